@@ -1,0 +1,49 @@
+#include <algorithm>
+#include <cstdlib>
+#include <ostream>
+
+#include "commands.h"
+
+namespace quvmath {
+
+bool WantsHelp(const Args& args) {
+  return std::any_of(args.begin(), args.end(),
+                     [](const std::string& a) { return a == "--help" || a == "-h"; });
+}
+
+double ParseNumber(const std::string& text) {
+  char* end = nullptr;
+  const double value = std::strtod(text.c_str(), &end);
+  if (text.empty() || end != text.c_str() + text.size()) {
+    throw UsageError{"not a number: \"" + text + "\""};
+  }
+  return value;
+}
+
+void PrintTable(std::ostream& out, const std::vector<std::vector<std::string>>& rows) {
+  std::vector<std::size_t> widths;
+  for (const auto& row : rows) {
+    if (widths.size() < row.size()) widths.resize(row.size(), 0);
+    for (std::size_t c = 0; c < row.size(); ++c)
+      widths[c] = std::max(widths[c], row[c].size());
+  }
+  auto print_row = [&](const std::vector<std::string>& row) {
+    for (std::size_t c = 0; c < row.size(); ++c) {
+      if (c > 0) out << "  ";
+      out << std::string(widths[c] - row[c].size(), ' ') << row[c];
+    }
+    out << '\n';
+  };
+  for (std::size_t r = 0; r < rows.size(); ++r) {
+    print_row(rows[r]);
+    if (r == 0) {
+      std::size_t total = 0;
+      for (std::size_t w : widths)
+        total += w;
+      total += widths.empty() ? 0 : 2 * (widths.size() - 1);
+      out << std::string(total, '-') << '\n';
+    }
+  }
+}
+
+}  // namespace quvmath
