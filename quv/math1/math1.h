@@ -1,0 +1,5 @@
+// Chief header of the scalar mathematics unit: compensated summation, elementary functions,
+// sorting of raw arrays and number text.
+#pragma once
+
+#include "quv/base/base.h"

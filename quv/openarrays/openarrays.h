@@ -1,0 +1,6 @@
+// Chief header of the open-array unit: statistics, construction and element-wise functions
+// over dynamic arrays of one to four dimensions, and array linear algebra.
+#pragma once
+
+#include "quv/base/base.h"
+#include "quv/math1/math1.h"
