@@ -1,7 +1,10 @@
 #include "quv/base/extended_stream.h"
 
+#include <bit>
 #include <cmath>
+#include <cstring>
 #include <istream>
+#include <limits>
 #include <ostream>
 
 namespace quv {
@@ -21,9 +24,36 @@ TExtendedBytes Pack(bool negative, int exponent, std::uint64_t significand) {
   return bytes;
 }
 
+// True where a long double in memory is exactly the 10-byte image (x87 on little-endian).
+constexpr bool kNativeImage = std::numeric_limits<Extended>::digits == 64 &&
+                              std::numeric_limits<Extended>::max_exponent == 16384 &&
+                              std::endian::native == std::endian::little;
+
 }  // namespace
 
 TExtendedBytes EncodeExtended(Extended value) {
+  if constexpr (kNativeImage) {
+    TExtendedBytes bytes{};
+    std::memcpy(bytes.data(), &value, bytes.size());
+    return bytes;
+  } else {
+    return detail::EncodeExtendedPortable(value);
+  }
+}
+
+Extended DecodeExtended(const TExtendedBytes& bytes) {
+  if constexpr (kNativeImage) {
+    Extended value = 0;
+    std::memcpy(&value, bytes.data(), bytes.size());
+    return value;
+  } else {
+    return detail::DecodeExtendedPortable(bytes);
+  }
+}
+
+namespace detail {
+
+TExtendedBytes EncodeExtendedPortable(Extended value) {
   const bool negative = std::signbit(value);
   if (std::isnan(value)) return Pack(negative, kMaxExponent, kIntegerBit | (kIntegerBit >> 1));
   if (std::isinf(value)) return Pack(negative, kMaxExponent, kIntegerBit);
@@ -41,7 +71,7 @@ TExtendedBytes EncodeExtended(Extended value) {
   return Pack(negative, biased, static_cast<std::uint64_t>(std::ldexp(m, 64)));
 }
 
-Extended DecodeExtended(const TExtendedBytes& bytes) {
+Extended DecodeExtendedPortable(const TExtendedBytes& bytes) {
   std::uint64_t significand = 0;
   for (int i = 7; i >= 0; --i)
     significand = (significand << 8) | bytes[i];
@@ -59,6 +89,8 @@ Extended DecodeExtended(const TExtendedBytes& bytes) {
   }
   return negative ? -magnitude : magnitude;
 }
+
+}  // namespace detail
 
 void WriteExtendedToStream(std::ostream& stream, Extended value) {
   const TExtendedBytes bytes = EncodeExtended(value);
