@@ -3,3 +3,4 @@
 #pragma once
 
 #include "quv/base/base.h"
+#include "quv/math1/numtext.h"
