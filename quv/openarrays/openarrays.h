@@ -4,3 +4,4 @@
 
 #include "quv/base/base.h"
 #include "quv/math1/math1.h"
+#include "quv/openarrays/linalg.h"
