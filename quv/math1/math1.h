@@ -3,4 +3,8 @@
 #pragma once
 
 #include "quv/base/base.h"
+#include "quv/math1/elementary.h"
+#include "quv/math1/kahan.h"
 #include "quv/math1/numtext.h"
+#include "quv/math1/polynomial.h"
+#include "quv/math1/simple_random.h"
