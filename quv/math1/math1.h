@@ -8,3 +8,4 @@
 #include "quv/math1/numtext.h"
 #include "quv/math1/polynomial.h"
 #include "quv/math1/simple_random.h"
+#include "quv/math1/sorting.h"
