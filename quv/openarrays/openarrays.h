@@ -5,3 +5,4 @@
 #include "quv/base/base.h"
 #include "quv/math1/math1.h"
 #include "quv/openarrays/linalg.h"
+#include "quv/openarrays/stats.h"
