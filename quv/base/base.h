@@ -11,6 +11,7 @@
 #include "quv/base/events.h"
 #include "quv/base/extended_stream.h"
 #include "quv/base/feedback.h"
+#include "quv/base/filesys.h"
 #include "quv/base/random.h"
 #include "quv/base/strings.h"
 #include "quv/base/types.h"
