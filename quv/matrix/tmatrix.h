@@ -1,0 +1,210 @@
+// TMatrix: the two-dimensional matrix of doubles.
+//
+// Storage, resizing, ranges, events, fills, search and sorting come from the shared core
+// (matrix_core.h); this class adds copying between matrices and arrays, linear algebra,
+// statistics and distances. Indices are 1-based, the column first. Errors raise
+// EQUVMatrixError in the component form "Component \"<Name>...".
+#pragma once
+
+#include <cstdint>
+
+#include "quv/matrix/matrix_core.h"
+#include "quv/matrix/matrix_types.h"
+
+namespace quv {
+
+class TMatrix : public detail::TMatrixCore<double> {
+ public:
+  using TMatrixCore::TMatrixCore;
+
+  /// User distance between two rows, used by dmUser.
+  TOnCalcDistanceEvent OnCalcDistance;
+
+  // ----- copying (matrix_access.cpp) -----
+
+  /// Takes over dimensions, DataID, every element, the precision pair and all five event
+  /// handlers of source. The store is sized directly, so no event fires.
+  void Assign(const TMatrix& source);
+  /// Assign in the other direction: dest takes over everything of this matrix.
+  void AssignTo(TMatrix& dest) const { dest.Assign(*this); }
+  /// Resize to the source's size, then every element through SetVal (OnChange per element),
+  /// then OnChange and OnResize once more. Copies neither DataID, nor the precision pair, nor
+  /// the handlers. Nothing happens when source is null.
+  void Clone(const TMatrix* source);
+
+  /// Copies column col, rows first..last (made valid; col clamped), into arr from the 0-based
+  /// position dest. arr keeps its length: it is first filled with 0, then the elements that
+  /// fall inside it are written. Nothing happens unless dest < length and at least one
+  /// element lands inside.
+  void CopyColTo1DArray(TDoubleArray& arr, std::int32_t col, std::int32_t first, std::int32_t last,
+                        std::int32_t dest) const;
+  /// The same along row row, columns first..last.
+  void CopyRowTo1DArray(TDoubleArray& arr, std::int32_t row, std::int32_t first, std::int32_t last,
+                        std::int32_t dest) const;
+  /// Copies the range into arr[col][row] (0-based, same layout as the store) from
+  /// (destCol, destRow); arr is not resized and elements falling outside it are dropped. The
+  /// integer form rounds to the nearest integer, saturating at the Int32 limits.
+  void CopyToArray(TDouble2DArray& arr, std::int32_t lowCol, std::int32_t lowRow,
+                   std::int32_t highCol, std::int32_t highRow, std::int32_t destCol,
+                   std::int32_t destRow) const;
+  void CopyToArray(TInt2DArray& arr, std::int32_t lowCol, std::int32_t lowRow, std::int32_t highCol,
+                   std::int32_t highRow, std::int32_t destCol, std::int32_t destRow) const;
+  /// Copies arr[i][j] (0-based, i the column) for i in lo1..hi1, j in lo2..hi2 (clamped to
+  /// the array, pairs ordered) to (destCol + i - lo1, destRow + j - lo2); targets outside the
+  /// matrix are dropped. Fires OnChange once; nothing for an empty array.
+  void CopyFromArray(const TDouble2DArray& arr, std::int32_t lo1, std::int32_t lo2,
+                     std::int32_t hi1, std::int32_t hi2, std::int32_t destCol,
+                     std::int32_t destRow);
+  void CopyFromArray(const TInt2DArray& arr, std::int32_t lo1, std::int32_t lo2, std::int32_t hi1,
+                     std::int32_t hi2, std::int32_t destCol, std::int32_t destRow);
+  /// Copies arr[first..last] (clamped, ordered) down a column (asColumn) or along a row,
+  /// starting at (destCol, destRow); targets outside are dropped. Fires OnChange once.
+  void CopyFromArray(const TDoubleArray& arr, std::int32_t first, std::int32_t last,
+                     std::int32_t destCol, std::int32_t destRow, bool asColumn);
+  void CopyFromArray(const TIntArray& arr, std::int32_t first, std::int32_t last,
+                     std::int32_t destCol, std::int32_t destRow, bool asColumn);
+  /// arr := a copy of the whole store, arr[col - 1][row - 1].
+  void DuplicateDataAsArray(TDouble2DArray& arr) const;
+
+  /// Uniform random values in [low, high) from Random(); fires OnChange.
+  void FillRandomUniform(double low, double high) { FillRandomUniform(0, 0, 0, 0, low, high); }
+  void FillRandomUniform(std::int32_t lowCol, std::int32_t lowRow, std::int32_t highCol,
+                         std::int32_t highRow, double low, double high);
+  /// Normal random values (Box-Muller on Random()); fires OnChange.
+  void FillRandomGauss(double mean, double stdDev) { FillRandomGauss(0, 0, 0, 0, mean, stdDev); }
+  void FillRandomGauss(std::int32_t lowCol, std::int32_t lowRow, std::int32_t highCol,
+                       std::int32_t highRow, double mean, double stdDev);
+
+  // ----- linear algebra (matrix_linalg.cpp) -----
+
+  /// MatRes := this x MatB, sums in extended precision. The method sizes MatRes itself
+  /// (Resize to MatB's columns x this matrix's rows) and writes every element with SetVal.
+  /// False, nothing done, when a matrix is null or NrOfColumns differs from MatB's NrOfRows.
+  /// Reports progress per result column (OnPercentDone, progress protocol); an abort leaves
+  /// MatRes untouched and returns false. MatRes may be this matrix or MatB.
+  bool Multiply(const TMatrix* MatB, TMatrix* MatRes);
+  /// MatRes := this x transpose(MatB); needs equal column counts.
+  bool MultiplyTransposed(const TMatrix* MatB, TMatrix* MatRes);
+  /// MatRes := transpose(this) x MatB; needs equal row counts.
+  bool TransposeAndMultiply(const TMatrix* MatB, TMatrix* MatRes);
+  /// MatRes := element-wise product; needs equal dimensions.
+  bool EMult(const TMatrix* MatB, TMatrix* MatRes);
+  /// this := this + MatB / this - MatB; false (nothing done) unless the dimensions agree.
+  /// Fires OnChange.
+  bool Add(const TMatrix* MatB);
+  bool Subtract(const TMatrix* MatB);
+  /// Every element times factor / plus summand; fires OnChange.
+  void SMult(double factor);
+  void SAdd(double summand);
+  /// this := its transpose; fires OnChange, and OnResize unless the matrix is square.
+  void Transpose();
+  /// Inverts in place (InvertArray); true on success, then OnChange. A singular or
+  /// non-square matrix gives false and stays as it was.
+  bool Invert();
+  /// Product of the diagonal of the LU upper factor (the sign of the row exchanges included);
+  /// 0 when the matrix is singular or not square.
+  double Determinant() const;
+  /// this = L x U with partial pivoting folded into L (L is a row permutation of a lower
+  /// triangular matrix). L and U are resized to n x n. False (L and U unchanged) when the
+  /// matrix is not square or singular or L or U is null.
+  bool LUdecomposition(TMatrix* L, TMatrix* U) const;
+  /// Cholesky factorisation of the lower triangle (col <= row). Destructive: the factor is
+  /// written above the diagonal of this matrix without OnChange. Lower is resized to n x n and
+  /// receives the factor in its lower triangle; its upper part is not written. False when not
+  /// square (nothing changed) or when a diagonal sum is not positive (its factor entries are
+  /// then written as 0 and the loop goes on).
+  bool CholeskyDecomp(TMatrix* Lower);
+  /// The norm of the matrix; ntSpectral raises EQUVMatrixError "near singular covariance
+  /// matrix" when the singular value decomposition does not converge (or is aborted).
+  double Norm(TNormType normType) const;
+  /// MatRes := this x this; false unless square.
+  bool Square(TMatrix* MatRes);
+  /// Balances a square matrix in place for eigenvalue work (diagonal similarity by powers of
+  /// the radix 2, Parlett-Reinsch), so that each row and column have comparable norms; scale
+  /// receives the n factors d (the result is D^-1 A D). False unless square. Fires OnChange.
+  bool Balance(TDoubleArray& scale);
+  /// Hat := X (X'X)^-1 X', NrOfRows x NrOfRows; false when X'X is singular or Hat is null.
+  bool CalcHatMatrix(TMatrix* Hat) const;
+
+  // ----- statistics (matrix_stats.cpp) -----
+
+  /// Sum of the diagonal elements (1..min(NrOfColumns, NrOfRows)).
+  double Trace() const;
+  /// Sum over the range, in extended precision.
+  double Sum(std::int32_t lowCol, std::int32_t lowRow, std::int32_t highCol,
+             std::int32_t highRow) const;
+  /// Mean and sample variance (n - 1) over the range; the variance is 0 for one element.
+  void MeanVar(std::int32_t lowCol, std::int32_t lowRow, std::int32_t highCol, std::int32_t highRow,
+               double& mean, double& variance) const;
+  /// Population skewness and excess kurtosis over the range (n > 3, else both 0), in the
+  /// forms of the vector class.
+  void SkewKurt(std::int32_t lowCol, std::int32_t lowRow, std::int32_t highCol,
+                std::int32_t highRow, double& skewness, double& kurtosis) const;
+  /// Sample-corrected skewness and excess kurtosis (n > 3, else both 0).
+  void SkewKurtSample(std::int32_t lowCol, std::int32_t lowRow, std::int32_t highCol,
+                      std::int32_t highRow, double& skewness, double& kurtosis) const;
+  /// exp(mean of ln x), 0 when the range holds a 0; a negative element raises
+  /// "Component \"<Name>\": negative argument passed to GeometricMean".
+  double GeometricMean(std::int32_t lowCol, std::int32_t lowRow, std::int32_t highCol,
+                       std::int32_t highRow) const;
+  /// n / sum(1/x); an element <= 0 raises
+  /// "Component \"<Name>\": negative or zero argument passed to HarmonicMean".
+  double HarmonicMean(std::int32_t lowCol, std::int32_t lowRow, std::int32_t highCol,
+                      std::int32_t highRow) const;
+  /// Percentile(25), Percentile(50) and Percentile(75) of the range.
+  void Quartiles(std::int32_t lowCol, std::int32_t lowRow, std::int32_t highCol,
+                 std::int32_t highRow, double& q1, double& q2, double& q3) const;
+  /// prob (clamped to 0..100) percentile of the range: s[i] + (s[i+1] - s[i]) f for
+  /// pos = (n - 1) prob / 100 = i + f over the sorted values s (0-based).
+  double Percentile(double prob, std::int32_t lowCol, std::int32_t lowRow, std::int32_t highCol,
+                    std::int32_t highRow) const;
+  /// Pearson correlation of the elements of this matrix and MatB taken pairwise; 0 when either
+  /// is constant. Unequal dimensions raise "Component \"<Name>\": matrices do not match".
+  double Correlate(const TMatrix* MatB) const;
+  /// Number of elements x of the range with low <= x <= high.
+  std::int32_t CountValues(std::int32_t lowCol, std::int32_t lowRow, std::int32_t highCol,
+                           std::int32_t highRow, double low, double high) const;
+  /// Frequencies of the range in bins of width binWidth from lowBound: bins =
+  /// round(|highBound - lowBound| / binWidth) + 1; x < lowBound counts as underflow,
+  /// x >= highBound + binWidth as overflow, else bin floor((x - lowBound) / binWidth).
+  /// maxCount is the largest bin count. Fewer than 1 or more than 500 bins (or a binWidth
+  /// that is not positive) raise "Component \"<Name>.Histogram\": invalid number of bins".
+  void Histogram(std::int32_t lowCol, std::int32_t lowRow, std::int32_t highCol,
+                 std::int32_t highRow, double lowBound, double highBound, double binWidth,
+                 TIntArray& hist, std::int32_t& underflow, std::int32_t& overflow,
+                 std::int32_t& maxCount) const;
+  /// Every element := 1 when it is >= threshold, else 0; fires OnChange.
+  void Dichotomize(double threshold);
+  /// Replaces each column (acrColumns) or row (acrRows) by its differences of the given order
+  /// (x[i+1] - x[i], applied order times); that dimension shrinks by order (events of
+  /// Resize). Nothing happens unless 1 <= order < that dimension.
+  void Diff(std::int32_t order, TApplyColRow applyTo);
+  /// Column means subtracted from every column; means receives them (0-based). OnChange.
+  void MeanCenterColumns(TDoubleArray& means);
+  /// Row means subtracted from every row; means receives them. OnChange.
+  void MeanCenterRows(TDoubleArray& means);
+  /// (x - mean) / sd per column, sd the sample standard deviation; a column with sd 0 is only
+  /// centred. Means and sds are returned; OnChange.
+  void StandardizeColumns(TDoubleArray& means, TDoubleArray& stdDevs);
+  void StandardizeRows(TDoubleArray& means, TDoubleArray& stdDevs);
+  /// (x - median) / spread per column with spread = |median - Percentile(quantile)|; a column
+  /// with spread 0 is only centred. Medians and spreads are returned; OnChange.
+  void QNormalizeColumns(double quantile, TDoubleArray& medians, TDoubleArray& spreads);
+  void QNormalizeRows(double quantile, TDoubleArray& medians, TDoubleArray& spreads);
+  /// Resamples the matrix onto a grid of nCols x nRows by bilinear interpolation (corner
+  /// elements map onto corner elements) into dest, which is resized. False when dest is null
+  /// or a size is below 1.
+  bool ResampleExtMat(TMatrix* dest, std::int32_t nCols, std::int32_t nRows) const;
+
+  // ----- distances (matrix_distance.cpp) -----
+
+  /// Distance between rows row1 and row2 (1-based) over all columns; 0 when a row is
+  /// outside the matrix.
+  double DistanceOfObjects(TDistMode distMode, std::int32_t row1, std::int32_t row2);
+  /// DistMat := the NrOfRows x NrOfRows matrix of distances between all pairs of rows
+  /// (symmetric, zero diagonal, dmUser asks OnCalcDistance for each pair i < j). Reports
+  /// progress per row; an abort leaves DistMat partly filled. Fires OnChange of DistMat once.
+  void CalcDistMat(TDistMode distMode, TMatrix* DistMat);
+};
+
+}  // namespace quv
