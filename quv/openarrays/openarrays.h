@@ -6,3 +6,4 @@
 #include "quv/math1/math1.h"
 #include "quv/openarrays/linalg.h"
 #include "quv/openarrays/stats.h"
+#include "quv/openarrays/distribution.h"
