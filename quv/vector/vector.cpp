@@ -127,6 +127,13 @@ void TVector::FillRandomUniform(double Low, double High) {
   Changed();
 }
 
+void TVector::FillRandomGauss(double Mean, double StdDev) {
+  for (double& x : MutableStorage())
+    x = Mean + StdDev * GRandom();
+  SetCleared(false);
+  Changed();
+}
+
 double TVector::Integrate(double FromIx, double ToIx, TIntegMethod Method) const {
   const double n = NrOfElem();
   const auto clampPos = [n](double p) { return std::isnan(p) ? 1.0 : std::clamp(p, 1.0, n); };

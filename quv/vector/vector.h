@@ -63,6 +63,8 @@ class TVector : public TVectorCore<double> {
 
   /// Element := Low + r * (High - Low) with r uniform in [0, 1); fires OnChange.
   void FillRandomUniform(double Low, double High);
+  /// Element := Mean + StdDev * GRandom() (standard normal variates); fires OnChange.
+  void FillRandomGauss(double Mean, double StdDev);
 
   /// Integral over the real element positions FromIx..ToIx (element i at position i, unit
   /// spacing; both clamped into [1, NrOfElem] and ordered). Partial intervals at the ends use
