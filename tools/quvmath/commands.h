@@ -39,4 +39,7 @@ void PrintTable(std::ostream& out, const std::vector<std::vector<std::string>>& 
 int RunEncode(const Args& args, std::ostream& out);
 extern const std::string_view kEncodeHelp;
 
+int RunStats(const Args& args, std::ostream& out);
+extern const std::string_view kStatsHelp;
+
 }  // namespace quvmath

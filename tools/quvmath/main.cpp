@@ -14,6 +14,8 @@ using quvmath::Command;
 // One line per subcommand; keep them in alphabetical order.
 const Command kCommands[] = {
     {"encode", "show the binary images of numbers", quvmath::kEncodeHelp, quvmath::RunEncode},
+    {"stats", "descriptive statistics of the columns of an ASC file", quvmath::kStatsHelp,
+     quvmath::RunStats},
 };
 
 void PrintUsage(std::ostream& out) {
