@@ -35,7 +35,8 @@ std::string EEngStr(double x, std::int32_t Digits) {
   // A negative Digits asks for the letter in place of the decimal point.
   const bool letterForPoint = Digits < 0;
   const int digits = std::abs(Digits);
-  if (x == 0 || !std::isfinite(x)) return strff(x, 1, digits);
+  if (x == 0) return strff(0.0, 1, digits);  // a negative zero reads as zero
+  if (!std::isfinite(x)) return strff(x, 1, digits);
 
   const bool negative = x < 0;
   const Extended magnitude = std::fabs(static_cast<Extended>(x));

@@ -22,7 +22,7 @@ TEST(NumTextEEngStr, PrefixLettersDigitsAndLetterForPoint) {
   EXPECT_EQ(EEngStr(1.5, 2), "1.50");
   EXPECT_EQ(EEngStr(1.5, -2), "1.50");  // no letter to replace the point
   EXPECT_EQ(EEngStr(0, 3), "0.000");
-  EXPECT_EQ(EEngStr(0, -3), "0.000");
+  EXPECT_EQ(EEngStr(-0.0, -3), "0.000");
   // The prefix range ends at T and a: larger and smaller values keep more digits.
   EXPECT_EQ(EEngStr(1e15, 1), "1000T");
   EXPECT_EQ(EEngStr(1e-25, 1), "0.00000010a");

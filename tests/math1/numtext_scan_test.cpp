@@ -103,6 +103,29 @@ TEST(NumTextScan, ValidatorAndScannerAgreeOnTable) {
   }
 }
 
+TEST(NumTextScan, ValidatorAndScannerAgreeOnRandomTexts) {
+  // Short texts over the characters that the grammars care about, from a fixed seed.
+  constexpr std::string_view kAlphabet = " \t+-.,eE0123456789afFx'\"";
+  std::uint32_t state = 12345;
+  auto next = [&state] { return state = state * 1664525u + 1013904223u; };
+  for (int i = 0; i < 20000; ++i) {
+    std::string text(next() >> 29, ' ');
+    for (char& c : text)
+      c = kAlphabet[(next() >> 16) % kAlphabet.size()];
+    for (const char* kind : {"hex", "oct", "bin", "dec", "fp", "fpnoexp", "fpcomma", "fpboth"}) {
+      const TScanCase c{kind, false, 0, text};
+      bool accepted = false;
+      double value = 0;
+      ASSERT_EQ(ValidateAndScan(c, accepted, value), accepted) << kind << " \"" << text << "\"";
+    }
+    std::int32_t pos = 1;
+    std::int32_t format = 0;
+    ScanDegrees(text, pos, true, format);
+    ASSERT_GE(pos, 1);
+    ASSERT_LE(pos, static_cast<std::int32_t>(text.size()) + 1);
+  }
+}
+
 TEST(NumTextScan, HugeDigitRunsAreHandled) {
   const std::string manyDigits(100000, '7');
   EXPECT_FALSE(IsValidDecInt(manyDigits));
