@@ -8,3 +8,4 @@
 #include "quv/matrix/matrix_types.h"
 #include "quv/matrix/tmatrix.h"
 #include "quv/openarrays/openarrays.h"
+#include "quv/vector/vector.h"

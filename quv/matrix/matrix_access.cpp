@@ -194,23 +194,7 @@ void TMatrix::FillRandomGauss(std::int32_t lowCol, std::int32_t lowRow, std::int
                               std::int32_t highRow, double mean, double stdDev) {
   MakeValidColRange(lowCol, highCol);
   MakeValidRowRange(lowRow, highRow);
-  // Box-Muller: each pair of uniform draws gives two independent normal deviates.
-  bool haveSpare = false;
-  double spare = 0.0;
-  ForRange(lowCol, lowRow, highCol, highRow, [&](double& x) {
-    if (haveSpare) {
-      haveSpare = false;
-      x = mean + stdDev * spare;
-      return;
-    }
-    const double u1 = 1.0 - Random();  // in (0, 1], so the logarithm is finite
-    const double u2 = Random();
-    const double radius = std::sqrt(-2.0 * std::log(u1));
-    const double angle = 2.0 * static_cast<double>(uc_Pi) * u2;
-    spare = radius * std::sin(angle);
-    haveSpare = true;
-    x = mean + stdDev * radius * std::cos(angle);
-  });
+  ForRange(lowCol, lowRow, highCol, highRow, [&](double& x) { x = mean + stdDev * GRandom(); });
   Changed();
 }
 

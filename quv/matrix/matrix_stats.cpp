@@ -8,8 +8,6 @@
 namespace quv {
 namespace {
 
-constexpr std::int32_t kMaxHistogramBins = 500;
-
 // Percentile of sorted values: s[i] + (s[i+1] - s[i]) f for pos = (n - 1) p / 100 = i + f.
 double SortedPercentile(const TDoubleArray& s, double prob) {
   prob = std::clamp(prob, 0.0, 100.0);

@@ -10,6 +10,7 @@
 
 #include "quv/matrix/matrix_core.h"
 #include "quv/matrix/matrix_types.h"
+#include "quv/vector/vector.h"
 
 namespace quv {
 
@@ -70,7 +71,7 @@ class TMatrix : public detail::TMatrixCore<double> {
   void FillRandomUniform(double low, double high) { FillRandomUniform(0, 0, 0, 0, low, high); }
   void FillRandomUniform(std::int32_t lowCol, std::int32_t lowRow, std::int32_t highCol,
                          std::int32_t highRow, double low, double high);
-  /// Normal random values (Box-Muller on Random()); fires OnChange.
+  /// Normal random values mean + stdDev * GRandom(); fires OnChange.
   void FillRandomGauss(double mean, double stdDev) { FillRandomGauss(0, 0, 0, 0, mean, stdDev); }
   void FillRandomGauss(std::int32_t lowCol, std::int32_t lowRow, std::int32_t highCol,
                        std::int32_t highRow, double mean, double stdDev);
@@ -195,6 +196,60 @@ class TMatrix : public detail::TMatrixCore<double> {
   /// elements map onto corner elements) into dest, which is resized. False when dest is null
   /// or a size is below 1.
   bool ResampleExtMat(TMatrix* dest, std::int32_t nCols, std::int32_t nRows) const;
+
+  // ----- operations with vectors (matrix_vector.cpp) -----
+
+  /// Copies row row (clamped), columns firstCol..lastCol (made valid), into Vec from element
+  /// destElem on. Nothing happens when Vec is null, destElem > Vec's length or no element
+  /// would land at 1 or beyond. Otherwise the whole vector becomes 0 first, the elements that
+  /// fit are written, and Vec fires OnChange once.
+  void CopyRowToVec(TVector* Vec, std::int32_t row, std::int32_t firstCol, std::int32_t lastCol,
+                    std::int32_t destElem) const;
+  void CopyRowToVec(TVector* Vec, std::int32_t row, std::int32_t firstCol,
+                    std::int32_t lastCol) const {
+    CopyRowToVec(Vec, row, firstCol, lastCol, 1);
+  }
+  /// The same along column col, rows firstRow..lastRow.
+  void CopyColToVec(TVector* Vec, std::int32_t col, std::int32_t firstRow, std::int32_t lastRow,
+                    std::int32_t destElem) const;
+  void CopyColToVec(TVector* Vec, std::int32_t col, std::int32_t firstRow,
+                    std::int32_t lastRow) const {
+    CopyColToVec(Vec, col, firstRow, lastRow, 1);
+  }
+  /// Copies Vec's elements firstElem..lastElem (1-based, made valid as the vector does) down
+  /// column destCol from row destRow (dims = dimColumns) or along row destRow from column
+  /// destCol (dims = dimRows); targets outside the matrix are dropped. OnChange once.
+  void CopyFromVec(const TVector* Vec, std::int32_t firstElem, std::int32_t lastElem,
+                   std::int32_t destCol, std::int32_t destRow, TDims dims);
+  /// The same down a column.
+  void CopyFromVec(const TVector* Vec, std::int32_t firstElem, std::int32_t lastElem,
+                   std::int32_t destCol, std::int32_t destRow) {
+    CopyFromVec(Vec, firstElem, lastElem, destCol, destRow, dimColumns);
+  }
+  /// VecRes := this x Vec (extended sums); VecRes is resized to NrOfRows. False (nothing
+  /// done) when a vector is null or Vec's length differs from NrOfColumns.
+  bool Multiply(const TVector* Vec, TVector* VecRes) const;
+  /// VecRes := transpose(this) x Vec; needs Vec's length = NrOfRows; VecRes gets NrOfColumns.
+  bool TransposeAndMultiply(const TVector* Vec, TVector* VecRes) const;
+  /// Column means (dimColumns, NrOfColumns values) or row means (dimRows) into Means, which
+  /// is resized. Nothing when Means is null.
+  void MeanVec(TDims dims, TVector* Means) const;
+  /// One value per row (orRows, over the columns) or per column (orColumns, over the rows)
+  /// into Vec, which is resized. Variance and standard deviation use n - 1 (0 for one value).
+  void EdgeVector(TOrientation orientation, TEdgeOp op, TVector* Vec) const;
+  /// The same, but each row (or column) contributes only its elements at the 1-based
+  /// positions of indices (columns for orRows, rows for orColumns); positions outside the
+  /// matrix are skipped, and a line with no valid position gives 0.
+  void EdgeVector(TOrientation orientation, TEdgeOp op, const TIntArray& indices,
+                  TVector* Vec) const;
+  /// The vector forms of the normalisations: the statistics go into the vectors (resized);
+  /// a null vector is skipped.
+  void MeanCenterColumns(TVector* Means);
+  void MeanCenterRows(TVector* Means);
+  void StandardizeColumns(TVector* Means, TVector* StdDevs);
+  void StandardizeRows(TVector* Means, TVector* StdDevs);
+  void QNormalizeColumns(double quantile, TVector* Medians, TVector* Spreads);
+  void QNormalizeRows(double quantile, TVector* Medians, TVector* Spreads);
 
   // ----- distances (matrix_distance.cpp) -----
 
