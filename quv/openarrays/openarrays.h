@@ -7,3 +7,4 @@
 #include "quv/openarrays/linalg.h"
 #include "quv/openarrays/stats.h"
 #include "quv/openarrays/distribution.h"
+#include "quv/openarrays/copyfill.h"
