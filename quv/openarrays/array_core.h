@@ -179,6 +179,32 @@ bool MaskCovers(const A& data, const TBool2DArray& mask) {
   return true;
 }
 
+/// Calls f(pa, pb, count) for each pair of corresponding innermost rows of two arrays of the
+/// same shape (check with SameShape first).
+template <class A, class B, class F>
+void ForEachRowPairImpl(A& a, B& b, F& f) {
+  if constexpr (kRankOf<A> == 1) {
+    f(a.data(), b.data(), a.size());
+  } else {
+    for (std::size_t i = 0; i < a.size(); ++i)
+      ForEachRowPairImpl(a[i], b[i], f);
+  }
+}
+
+template <class A, class B, class F>
+void ForEachRowPair(A& a, B& b, F&& f) {
+  ForEachRowPairImpl(a, b, f);
+}
+
+/// True when every row of a 2D array has the length of the first.
+template <class A>
+bool IsRectangular(const A& a) {
+  for (const auto& row : a) {
+    if (row.size() != a[0].size()) return false;
+  }
+  return true;
+}
+
 /// Applies f(element&) to every element of the whole array (in place).
 template <class A, class F>
 void TransformAll(A& a, F&& f) {

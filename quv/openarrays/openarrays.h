@@ -8,3 +8,4 @@
 #include "quv/openarrays/stats.h"
 #include "quv/openarrays/distribution.h"
 #include "quv/openarrays/copyfill.h"
+#include "quv/openarrays/elementwise.h"
