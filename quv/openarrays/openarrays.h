@@ -9,3 +9,5 @@
 #include "quv/openarrays/distribution.h"
 #include "quv/openarrays/copyfill.h"
 #include "quv/openarrays/elementwise.h"
+#include "quv/openarrays/ordering.h"
+#include "quv/openarrays/rowcol.h"
