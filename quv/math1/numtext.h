@@ -69,8 +69,9 @@ float HexToSingle(std::string_view s, bool MostSignificantFirst = true);
 /// Engineering notation: |x| scaled by a power of 1000 and followed by its prefix letter
 /// (a f p n u m, none, k M G T for 10^-18 .. 10^12). |Digits| (at most 9) is the number of
 /// significant digits shown after the leading one: EEngStr(4700, 1) is "4.7k". A negative
-/// Digits puts the letter in place of the decimal point instead: EEngStr(4700, -1) is "4k7";
-/// without a letter (values from 1 to 999) the point stays. Zero reads as the fixed-point
+/// Digits puts the letter in place of the decimal point instead: EEngStr(4700, -1) is "4k7"
+/// (with no decimals it still follows the digits); without a letter (|x| from 1 to below
+/// 1000) the point stays. Zero reads as the fixed-point
 /// text of 0 with |Digits| decimals; NaN and infinities read as strff writes them. The
 /// scaled value is not renormalised after rounding: EEngStr(999.96, 1) is "1000".
 std::string EEngStr(double x, std::int32_t Digits);
@@ -90,16 +91,16 @@ std::string MakeEFormat(double x, std::int32_t Width, std::int32_t Decimals);
 ///   dfDegMinSec   "12 30' 30.0\""     whole degrees and minutes, seconds with Decimals digits
 /// Decimals is limited to 0..9. The angle is rounded in units of its last part before it is
 /// split, so that a part never reads 60. A negative angle gets one "-" in front. NaN and
-/// infinities read as strff writes them. ScanDegrees reads every text written here.
+/// infinities read as strff writes them. ScanDegrees reads back every text of a finite angle.
 std::string DegreeToStr(double Angle, TDegreeFormat Format, std::int32_t Decimals);
 
 /// Converts an angle held in three parts between degree formats. The parts are
 ///   dfDecDegrees  A = decimal degrees (B and C are ignored on input and set to 0)
 ///   dfDegMin      A = whole degrees, B = decimal minutes (C ignored, set to 0)
 ///   dfDegMinSec   A = whole degrees, B = whole minutes, C = decimal seconds.
-/// The sign of the angle is the sign of A (a negative zero counts, so -0 30' is half a
-/// degree west); the result carries it on A likewise. Minutes and seconds must lie in [0, 60):
-/// otherwise EQUVMath1Error "ConvertDegrees: invalid range of minutes" or "... of seconds"
+/// The sign of the angle is the sign of A (a negative zero counts: A = -0, B = 30 in
+/// dfDegMin is -0.5 degrees); the result carries it on A likewise. Minutes and seconds must lie in
+/// [0, 60): otherwise EQUVMath1Error "ConvertDegrees: invalid range of minutes" or "... of seconds"
 /// is raised and A, B and C stay as they were. Output minutes and seconds are not rounded.
 void ConvertDegrees(double& A, double& B, double& C, TDegreeFormat FromFormat,
                     TDegreeFormat ToFormat);

@@ -9,24 +9,38 @@
 namespace quv {
 namespace {
 
-struct TMonthNames {
-  std::array<std::string_view, 12> full;
-  std::array<std::string_view, 12> abbreviated;
+template <std::size_t N>
+struct TNames {
+  std::array<std::string_view, N> full;
+  std::array<std::string_view, N> abbreviated;
 };
 
-constexpr TMonthNames kEnglishMonths = {
-    {"January", "February", "March", "April", "May", "June", "July", "August", "September",
-     "October", "November", "December"},
-    {"Jan", "Feb", "Mar", "Apr", "May", "Jun", "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"}};
+// Month and weekday names of one language; weekdays start on Monday.
+struct TLanguageNames {
+  TNames<12> months;
+  TNames<7> weekdays;
+  // Second spellings of March, as written without the umlaut (empty where there are none).
+  std::string_view marchFull;
+  std::string_view marchShort;
+};
 
-constexpr TMonthNames kGermanMonths = {
-    {"Januar", "Februar", "M\xC3\xA4rz", "April", "Mai", "Juni", "Juli", "August", "September",
-     "Oktober", "November", "Dezember"},
-    {"Jan", "Feb", "M\xC3\xA4r", "Apr", "Mai", "Jun", "Jul", "Aug", "Sep", "Okt", "Nov", "Dez"}};
+constexpr TLanguageNames kEnglishNames = {
+    {{"January", "February", "March", "April", "May", "June", "July", "August", "September",
+      "October", "November", "December"},
+     {"Jan", "Feb", "Mar", "Apr", "May", "Jun", "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"}},
+    {{"Monday", "Tuesday", "Wednesday", "Thursday", "Friday", "Saturday", "Sunday"},
+     {"Mon", "Tue", "Wed", "Thu", "Fri", "Sat", "Sun"}},
+    {},
+    {}};
 
-// Second spellings of March in German texts written without the umlaut.
-constexpr std::string_view kGermanMarchFull = "Maerz";
-constexpr std::string_view kGermanMarchShort = "Mrz";
+constexpr TLanguageNames kGermanNames = {
+    {{"Januar", "Februar", "M\xC3\xA4rz", "April", "Mai", "Juni", "Juli", "August", "September",
+      "Oktober", "November", "Dezember"},
+     {"Jan", "Feb", "M\xC3\xA4r", "Apr", "Mai", "Jun", "Jul", "Aug", "Sep", "Okt", "Nov", "Dez"}},
+    {{"Montag", "Dienstag", "Mittwoch", "Donnerstag", "Freitag", "Samstag", "Sonntag"},
+     {"Mo", "Di", "Mi", "Do", "Fr", "Sa", "So"}},
+    "Maerz",
+    "Mrz"};
 
 char Lower(char c) {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
@@ -57,22 +71,26 @@ bool ReadDigits(std::string_view s, std::size_t& at, int minDigits, int maxDigit
   return count >= minDigits;
 }
 
-// Reads a month name of the language; returns the month 1..12 or 0.
-int ReadMonthName(std::string_view s, std::size_t& at, TLanguage language, bool abbreviated) {
-  const TMonthNames& names = language == lanGerman ? kGermanMonths : kEnglishMonths;
-  const auto& list = abbreviated ? names.abbreviated : names.full;
-  for (std::size_t i = 0; i < list.size(); ++i) {
-    if (StartsWithNoCase(s, at, list[i])) {
-      at += list[i].size();
+// Reads one of the names at `at` (case-insensitive); returns its 1-based number or 0.
+template <std::size_t N>
+int ReadName(std::string_view s, std::size_t& at, const std::array<std::string_view, N>& names) {
+  for (std::size_t i = 0; i < N; ++i) {
+    if (StartsWithNoCase(s, at, names[i])) {
+      at += names[i].size();
       return static_cast<int>(i) + 1;
     }
   }
-  if (language == lanGerman) {
-    const std::string_view march = abbreviated ? kGermanMarchShort : kGermanMarchFull;
-    if (StartsWithNoCase(s, at, march)) {
-      at += march.size();
-      return 3;
-    }
+  return 0;
+}
+
+int ReadMonthName(std::string_view s, std::size_t& at, const TLanguageNames& names,
+                  bool abbreviated) {
+  const int month = ReadName(s, at, abbreviated ? names.months.abbreviated : names.months.full);
+  if (month != 0) return month;
+  const std::string_view march = abbreviated ? names.marchShort : names.marchFull;
+  if (!march.empty() && StartsWithNoCase(s, at, march)) {
+    at += march.size();
+    return 3;
   }
   return 0;
 }
@@ -105,12 +123,14 @@ struct TDateFields {
   int minute = 0;
   int second = 0;
   int millisecond = 0;
+  int weekday = 0;  // 1 = Monday .. 7 = Sunday, 0 when the text names none
   bool hasDate = false;
 };
 
 // Matches s from `start` against the format; returns the length read, 0 on a mismatch.
 std::size_t MatchDateTime(std::string_view s, std::size_t start, std::string_view format,
                           TLanguage language, double& value) {
+  const TLanguageNames& names = language == lanGerman ? kGermanNames : kEnglishNames;
   TDateFields f;
   std::size_t at = start;
   std::size_t k = 0;
@@ -140,15 +160,20 @@ std::size_t MatchDateTime(std::string_view s, std::size_t start, std::string_vie
       case 'm':
         f.hasDate = true;
         if (run >= 3) {
-          f.month = ReadMonthName(s, at, language, run == 3);
+          f.month = ReadMonthName(s, at, names, run == 3);
           ok = f.month != 0;
         } else {
           ok = ReadDigits(s, at, run, 2, f.month) && f.month >= 1 && f.month <= 12;
         }
         break;
       case 'd':
-        f.hasDate = true;
-        ok = ReadDigits(s, at, run >= 2 ? 2 : 1, 2, f.day) && f.day >= 1;
+        if (run >= 3) {
+          f.weekday = ReadName(s, at, run == 3 ? names.weekdays.abbreviated : names.weekdays.full);
+          ok = f.weekday != 0;
+        } else {
+          f.hasDate = true;
+          ok = ReadDigits(s, at, run, 2, f.day) && f.day >= 1;
+        }
         break;
       case 'h':
         ok = ReadDigits(s, at, run >= 2 ? 2 : 1, 2, f.hour) && f.hour <= 23;
@@ -170,8 +195,11 @@ std::size_t MatchDateTime(std::string_view s, std::size_t start, std::string_vie
 
   const double time =
       (((f.hour * 60.0 + f.minute) * 60.0 + f.second) * 1000.0 + f.millisecond) / 86400000.0;
-  const std::int64_t days =
-      f.hasDate ? DaysFromCivil(f.year, f.month, f.day) - DaysFromCivil(1899, 12, 30) : 0;
+  const std::int64_t epochDays = DaysFromCivil(f.year, f.month, f.day);
+  // 1970-01-01 was a Thursday; a named weekday must be the one of the date.
+  const std::int64_t weekday = ((epochDays % 7) + 7 + 3) % 7 + 1;
+  if (f.hasDate && f.weekday != 0 && f.weekday != weekday) return 0;
+  const std::int64_t days = f.hasDate ? epochDays - DaysFromCivil(1899, 12, 30) : 0;
   value = static_cast<double>(days) + time;
   return at - start;
 }

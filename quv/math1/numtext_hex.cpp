@@ -12,11 +12,13 @@
 #include "quv/base/errors.h"
 #include "quv/base/extended_stream.h"
 #include "quv/math1/numtext.h"
+#include "quv/math1/numtext_digits.h"
 
 namespace quv {
 namespace {
 
-constexpr char kDigitTable[] = "0123456789ABCDEF";
+using detail::DigitValue;
+using detail::kDigitTable;
 
 template <std::size_t N>
 using TImage = std::array<std::uint8_t, N>;
@@ -47,14 +49,6 @@ std::string ImageToHex(const TImage<N>& image) {
     text[2 * i + 1] = kDigitTable[byte & 0x0F];
   }
   return text;
-}
-
-// Value of one hexadecimal digit in either case, or -1.
-int DigitValue(char c) {
-  if (c >= '0' && c <= '9') return c - '0';
-  if (c >= 'A' && c <= 'F') return c - 'A' + 10;
-  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-  return -1;
 }
 
 // Assembles the N-byte image that s describes, or raises EQUVError with the argument form

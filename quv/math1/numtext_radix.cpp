@@ -4,11 +4,12 @@
 #include <string>
 
 #include "quv/math1/numtext.h"
+#include "quv/math1/numtext_digits.h"
 
 namespace quv {
 namespace {
 
-constexpr char kDigitTable[] = "0123456789ABCDEF";
+using detail::kDigitTable;
 
 // Writes the lowest `digits` digits of `value` in `base`, most significant first. Digits past
 // the magnitude of the value come out as zeros, which keeps the length exact.

@@ -14,6 +14,7 @@
 #include <system_error>
 
 #include "quv/math1/numtext.h"
+#include "quv/math1/numtext_digits.h"
 
 namespace quv {
 namespace {
@@ -37,19 +38,6 @@ std::size_t SkipDigits(std::string_view s, std::size_t at) {
   return at;
 }
 
-// Value of c as a digit of `base` (2, 8, 10 or 16), or -1.
-int DigitIn(char c, int base) {
-  int value = -1;
-  if (c >= '0' && c <= '9') {
-    value = c - '0';
-  } else if (c >= 'A' && c <= 'F') {
-    value = c - 'A' + 10;
-  } else if (c >= 'a' && c <= 'f') {
-    value = c - 'a' + 10;
-  }
-  return value < base ? value : -1;
-}
-
 // Integer grammar: blank* [sign] digit+ blank*, the sign only in base 10. Values beyond the
 // range (Integer for base 10, 32-bit pattern otherwise) make the text no number.
 std::size_t MatchInteger(std::string_view s, std::size_t start, int base, std::int32_t& value) {
@@ -65,7 +53,7 @@ std::size_t MatchInteger(std::string_view s, std::size_t start, int base, std::i
   const std::size_t first = at;
   std::uint64_t magnitude = 0;
   bool overflow = false;
-  for (int d = 0; at < s.size() && (d = DigitIn(s[at], base)) >= 0; ++at) {
+  for (int d = 0; at < s.size() && (d = detail::DigitValue(s[at], base)) >= 0; ++at) {
     // Keep consuming digits after an overflow so that the whole run is rejected, not cut.
     if (!overflow) magnitude = magnitude * static_cast<std::uint64_t>(base) + d;
     overflow = overflow || magnitude > limit;

@@ -72,15 +72,17 @@ double ScanDegrees(std::string_view s, std::int32_t& Pos, bool CheckRanges, std:
 ///   yyyy  four-digit year (1..9999)      yy  two-digit year, 00..49 -> 20xx, 50..99 -> 19xx
 ///   mmmm  month name   mmm  three-letter month name   mm  two-digit month   m  1-2 digits
 ///   dd    two-digit day                   d   1-2 digits
+///   dddd  weekday name   ddd  short weekday name (checked against the date when there is one)
 ///   hh    two-digit hour (0..23)          h   1-2 digits
 ///   nn    two-digit minute                n   1-2 digits
 ///   ss    two-digit second                s   1-2 digits
 ///   zzz   three-digit millisecond
 /// Field letters are case-insensitive; every other character of Format must appear as it is.
-/// Month names are case-insensitive: English January..December (Jan..Dec), German
-/// Januar..Dezember (Jan, Feb, Mär or Mrz, Apr, Mai, Jun, Jul, Aug, Sep, Okt, Nov, Dez;
-/// März also as Maerz), UTF-8. Missing date fields default to day 1, month 1, year 1900;
-/// a Format without any date field gives the time of day alone. A day beyond its month, a
+/// TLanguage selects the names, matched with ASCII case folding: English January..December
+/// (Jan..Dec) and Monday..Sunday (Mon..Sun); German Januar..Dezember (Jan, Feb, Mär or Mrz,
+/// Apr, Mai, Jun, Jul, Aug, Sep, Okt, Nov, Dez; März also as Maerz) and Montag..Sonntag
+/// (Mo, Di, Mi, Do, Fr, Sa, So), in UTF-8. Missing date fields default to day 1, month 1, year
+/// 1900; a Format without any date field gives the time of day alone. A day beyond its month, a
 /// field out of range or a mismatch makes the text no date: 0 is returned, Pos unchanged.
 double ScanDateTime(std::string_view s, std::string_view Format, TLanguage Language,
                     std::int32_t& Pos);

@@ -282,6 +282,16 @@ TEST(NumTextScan, DateTimeFieldsAndLanguages) {
     EXPECT_EQ(ScanDateTime(bad, "hh:nn", lanEnglish, pos), 0.0) << bad;
     EXPECT_EQ(pos, 1) << bad;
   }
+  // Weekday names must name the weekday of the date; without a date they are only read.
+  pos = 1;
+  EXPECT_EQ(ScanDateTime("Thursday, 29 Feb 2024", "dddd, d mmm yyyy", lanEnglish, pos), 45351);
+  pos = 1;
+  EXPECT_EQ(ScanDateTime("do, 29.02.2024", "ddd, dd.mm.yyyy", lanGerman, pos), 45351);
+  pos = 1;
+  EXPECT_EQ(ScanDateTime("Fri, 29.02.2024", "ddd, dd.mm.yyyy", lanEnglish, pos), 0.0);
+  EXPECT_EQ(pos, 1);
+  pos = 1;
+  EXPECT_EQ(ScanDateTime("Mon 12:00", "ddd hh:nn", lanEnglish, pos), 0.5);
   pos = 1;
   EXPECT_EQ(ScanDateTime("1 Mai 2000", "d mmmm yyyy", lanEnglish, pos), 0.0);
   pos = 1;
