@@ -204,18 +204,24 @@ void WriteASC(std::ostream& Stream, const TASCFile& File, const TASCNumberFormat
   if (File.NominalFlag)
     out += std::string(" ") + Flag(File.NominalVars) + '\t' + std::string(kAscFlagsRemark);
   else
-    out += '\t' + std::string(kAscFlagsRemark3);
+    out.append("\t").append(kAscFlagsRemark3);
   out += eol;
   if (File.ColNames) {
-    for (std::size_t c = 0; c < File.ColNameList.size(); ++c)
-      out += (c ? " " : "") + QuoteName(File.ColNameList[c]);
+    for (std::size_t c = 0; c < File.ColNameList.size(); ++c) {
+      if (c > 0) out += ' ';
+      out += QuoteName(File.ColNameList[c]);
+    }
     out += eol;
   }
   if (File.NominalVars && File.NominalFlag) {
     for (const TASCNominalColumn& column : File.NominalList) {
       out += std::to_string(column.Scale);
-      for (const auto& [slot, id] : column.IDs)
-        out += ' ' + std::to_string(slot) + ' ' + QuoteName(id);
+      for (const auto& [slot, id] : column.IDs) {
+        out += ' ';
+        out += std::to_string(slot);
+        out += ' ';
+        out += QuoteName(id);
+      }
       out += eol;
     }
   }
