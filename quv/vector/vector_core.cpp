@@ -350,11 +350,13 @@ void TVectorCore<T>::ShuffleElems() {
 template <class T>
 void TVectorCore<T>::Clone(const TVectorCore& v) {
   if (&v == this) {
+    cleared_ = false;
     Changed();
     return;
   }
   TArray storage = GuardAllocation<EQUVVectorError>(*this, msg::kNotEnoughMemoryOnHeap,
                                                     [&v] { return TArray(v.elems_); });
+  cleared_ = false;  // the copy counts as element writes
   ReplaceStorage(std::move(storage));
 }
 

@@ -24,6 +24,8 @@
 #include <vector>
 
 #include "quv/base/base.h"
+// The ASC reader and writer depend on base only; the vector's ImportASC statuses live there.
+#include "quv/datatable/asc.h"
 
 namespace quv {
 
@@ -159,8 +161,8 @@ class TVectorCore : public TContainerComponent {
   /// Random permutation: reseeds the uniform source from the clock, then exchanges NrOfElem
   /// random pairs. Fires nothing (on purpose).
   void ShuffleElems();
-  /// Becomes a copy of v's elements (size included); fires OnChange, and OnResize when the
-  /// size changed.
+  /// Becomes a copy of v's elements (size included); Cleared := false; fires OnChange, and
+  /// OnResize when the size changed.
   void Clone(const TVectorCore& v);
   /// Copies v's elements SrcFirst..SrcLast (1-based; both 0 means all) to DestIx, DestIx + 1,
   /// ...; elements that would land beyond the end are dropped. Returns kCopyOk (fires
