@@ -512,4 +512,7 @@ class TMatrixCore : public TContainerComponent {
   std::int32_t precis_[2] = {15, -1};
 };
 
+extern template class TMatrixCore<double>;
+extern template class TMatrixCore<std::int32_t>;
+
 }  // namespace quv::detail

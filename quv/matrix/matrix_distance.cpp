@@ -94,10 +94,12 @@ void TMatrix::CalcDistMat(TDistMode distMode, TMatrix* DistMat) {
     }
     return t;
   });
-  TDouble2DArray dist = GuardAllocation<EQUVMatrixError>(
-      *this, msg::kNotEnoughMemoryOnHeap, [&] { return TDouble2DArray(n, TDoubleArray(n, 0.0)); });
+  // Written straight into DistMat's store, which keeps its storage when it has the size.
+  DistMat->Resize(nrows_, nrows_);
+  TDouble2DArray& dist = DistMat->store_;
   BeginAbortableOperation();
   for (std::size_t i = 0; i < n; ++i) {
+    dist[i][i] = 0.0;
     const double* x = rows[i].data();
     for (std::size_t j = i + 1; j < n; ++j) {
       double d = 0.0;
@@ -109,14 +111,12 @@ void TMatrix::CalcDistMat(TDistMode distMode, TMatrix* DistMat) {
         d = Distance(
             distMode, nc, [x](std::size_t k) { return x[k]; }, [y](std::size_t k) { return y[k]; });
       }
-      dist[i][j] = d;
+      dist[i][j] = d;  // (column i, row j)
       dist[j][i] = d;
     }
     PercDone(this, static_cast<std::int32_t>(100 * (i + 1) / n));
     if (ProgressStep(1.0)) break;
   }
-  DistMat->Resize(nrows_, nrows_);
-  DistMat->store_ = std::move(dist);
   DistMat->Changed();
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "quv/matrix/matrix_product.h"
 #include "quv/matrix/matrix_svd.h"
 #include "quv/matrix/tmatrix.h"
 #include "quv/openarrays/linalg.h"
@@ -30,66 +31,6 @@ TStore Transposed(const TStore& s) {
   return t;
 }
 
-inline Extended Dot(const double* x, const double* y, std::size_t n) {
-  Extended s0 = 0.0L;
-  Extended s1 = 0.0L;
-  std::size_t k = 0;
-  for (; k + 1 < n; k += 2) {
-    s0 += static_cast<Extended>(x[k]) * y[k];
-    s1 += static_cast<Extended>(x[k + 1]) * y[k + 1];
-  }
-  if (k < n) s0 += static_cast<Extended>(x[k]) * y[k];
-  return s0 + s1;
-}
-
-// Result column c, row r = sum_k left[r][k] * right[c][k], accumulated in extended precision:
-// both operands are walked contiguously, and a 2 x 2 block of dot products shares its loads.
-// step(c) is called after each pair of result columns and returns true to abort.
-template <class Step>
-bool ExtendedProduct(const TStore& left, const TStore& right, TStore& result, Step&& step) {
-  const std::size_t m = left.size();
-  const std::size_t nres = right.size();
-  const std::size_t kn = m == 0 ? 0 : left.front().size();
-  result.assign(nres, TDoubleArray(m));
-  std::size_t c = 0;
-  for (; c + 1 < nres; c += 2) {
-    const double* b0 = right[c].data();
-    const double* b1 = right[c + 1].data();
-    std::size_t r = 0;
-    for (; r + 1 < m; r += 2) {
-      const double* a0 = left[r].data();
-      const double* a1 = left[r + 1].data();
-      Extended s00 = 0.0L, s01 = 0.0L, s10 = 0.0L, s11 = 0.0L;
-      for (std::size_t k = 0; k < kn; ++k) {
-        const Extended x0 = a0[k];
-        const Extended x1 = a1[k];
-        const Extended y0 = b0[k];
-        const Extended y1 = b1[k];
-        s00 += x0 * y0;
-        s10 += x1 * y0;
-        s01 += x0 * y1;
-        s11 += x1 * y1;
-      }
-      result[c][r] = static_cast<double>(s00);
-      result[c][r + 1] = static_cast<double>(s10);
-      result[c + 1][r] = static_cast<double>(s01);
-      result[c + 1][r + 1] = static_cast<double>(s11);
-    }
-    if (r < m) {
-      result[c][r] = static_cast<double>(Dot(left[r].data(), b0, kn));
-      result[c + 1][r] = static_cast<double>(Dot(left[r].data(), b1, kn));
-    }
-    if (step(c + 2)) return false;
-  }
-  if (c < nres) {
-    for (std::size_t r = 0; r < m; ++r) {
-      result[c][r] = static_cast<double>(Dot(left[r].data(), right[c].data(), kn));
-    }
-    if (step(nres)) return false;
-  }
-  return true;
-}
-
 }  // namespace
 
 namespace detail {
@@ -103,7 +44,7 @@ bool FinishProduct(TMatrix& self, const TStore& left, const TStore& right, TMatr
   const std::size_t total = right.size();
   BeginAbortableOperation();
   const bool done = GuardAllocation<EQUVMatrixError>(self, msg::kNotEnoughMemoryOnHeap, [&] {
-    return ExtendedProduct(left, right, product, [&](std::size_t finished) {
+    return AccurateProduct(left, right, product, [&](std::size_t finished) {
       if (onPercentDone) {
         onPercentDone(&self, static_cast<std::int32_t>(100 * finished / total));
       }

@@ -258,7 +258,8 @@ class TMatrix : public detail::TMatrixCore<double> {
   double DistanceOfObjects(TDistMode distMode, std::int32_t row1, std::int32_t row2);
   /// DistMat := the NrOfRows x NrOfRows matrix of distances between all pairs of rows
   /// (symmetric, zero diagonal, dmUser asks OnCalcDistance for each pair i < j). Reports
-  /// progress per row; an abort leaves DistMat partly filled. Fires OnChange of DistMat once.
+  /// progress per row; an abort leaves the rows not reached as they were. DistMat is resized
+  /// (events of Resize) and fires OnChange once at the end.
   void CalcDistMat(TDistMode distMode, TMatrix* DistMat);
 };
 

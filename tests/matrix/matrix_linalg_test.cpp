@@ -76,6 +76,26 @@ TEST(MatrixProducts, ExtendedAccumulationKeepsSmallTerms) {
   EXPECT_EQ(res.GetVal(1, 1), 2.0);  // a double accumulator would give 1 or 0
 }
 
+TEST(MatrixProducts, LongCancellingDotProductsStayExact) {
+  // 37 terms: nine groups (1e17, 1, -1e17, 1) and a last 1 exercise the vector lanes, their
+  // folding and the scalar tail; a double accumulator loses every 1 next to 1e17.
+  TMatrix a, b, res;
+  a.Resize(37, 2);
+  b.Resize(1, 37);
+  for (int k = 1; k <= 37; ++k) {
+    const int phase = (k - 1) % 4;
+    a.SetVal(k, 1, k == 37 ? 1.0 : phase == 0 ? 1e17 : phase == 2 ? -1e17 : 1.0);
+    a.SetVal(k, 2, 1.0 / k);
+    b.SetVal(1, k, 1.0);
+  }
+  ASSERT_TRUE(a.Multiply(&b, &res));
+  EXPECT_EQ(res.GetVal(1, 1), 19.0);
+  long double h = 0.0L;
+  for (int k = 1; k <= 37; ++k)
+    h += 1.0L / k;
+  EXPECT_NEAR(res.GetVal(1, 2), static_cast<double>(h), 4e-16 * static_cast<double>(h));
+}
+
 TEST(MatrixProducts, MismatchesReturnFalseAndTouchNothing) {
   TMatrix a, b, res;
   FillRandom(a, 3, 2, 4);
