@@ -1,11 +1,11 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <functional>
 #include <limits>
 #include <numbers>
 #include <string>
 
+#include "math1/raised_message.h"
 #include "quv/math1/math1.h"
 
 namespace quv {
@@ -14,14 +14,7 @@ namespace {
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInf = std::numeric_limits<double>::infinity();
 
-std::string MessageOf(const std::function<void()>& f) {
-  try {
-    f();
-  } catch (const EQUVMath1Error& e) {
-    return e.what();
-  }
-  return "nothing raised";
-}
+using test::MessageOf;
 
 TEST(ElementaryGuards, InvalidArgumentsReturnZeroWithoutRaising) {
   EXPECT_NO_THROW(lg(-1.0));

@@ -1,10 +1,10 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <functional>
 #include <limits>
 #include <string>
 
+#include "math1/raised_message.h"
 #include "quv/math1/math1.h"
 
 namespace quv {
@@ -13,14 +13,7 @@ namespace {
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInf = std::numeric_limits<double>::infinity();
 
-std::string MessageOf(const std::function<void()>& f) {
-  try {
-    f();
-  } catch (const EQUVMath1Error& e) {
-    return e.what();
-  }
-  return "nothing raised";
-}
+using test::MessageOf;
 
 TEST(InterpolTable, AscendingInsideAtEndsAndExtrapolated) {
   const TDoubleArray t = {0.0, 10.0, 40.0, 90.0};  // at x = 0, 1, 2, 3

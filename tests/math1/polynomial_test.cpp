@@ -3,19 +3,13 @@
 #include <string>
 #include <vector>
 
+#include "math1/raised_message.h"
 #include "quv/math1/math1.h"
 
 namespace quv {
 namespace {
 
-std::string MessageOf(const std::function<void()>& f) {
-  try {
-    f();
-  } catch (const EQUVMath1Error& e) {
-    return e.what();
-  }
-  return "nothing raised";
-}
+using test::MessageOf;
 
 TEST(Polynomial, OrderSelectsHowManyCoefficientsAreUsed) {
   const TDoubleArray c = {1.0, -3.0, 0.5, 2.0};
