@@ -114,6 +114,28 @@ TEST(ASCReader, CurveFitFileAndPartialRows) {
   EXPECT_EQ(f.Values, (quv::TDoubleArray{1, 2, 3, 4}));
 }
 
+TEST(ASCReader, EveryCutOfAFileIsHandled) {
+  // A file cut at any byte gives a status or fewer complete rows, never more.
+  const std::string full = Slurp(DataFile("asc_full.asc"));
+  const std::size_t headerEnd = full.find("\"Temp\"");
+  for (std::size_t cut = 0; cut < full.size(); ++cut) {
+    std::istringstream in(full.substr(0, cut));
+    quv::TASCFile f;
+    const std::int32_t status = quv::ReadASC(in, f);
+    if (cut < headerEnd) {
+      EXPECT_LT(status, 0) << cut;
+      continue;
+    }
+    if (status != 0) {
+      EXPECT_EQ(status, quv::kAscBadAnnotation) << cut;
+      continue;
+    }
+    EXPECT_LE(f.RowsRead(), 4) << cut;
+    EXPECT_EQ(f.RowNameList.size(), static_cast<std::size_t>(f.RowsRead()));
+    EXPECT_EQ(f.RowAttribList.size(), static_cast<std::size_t>(f.RowsRead()));
+  }
+}
+
 TEST(ASCWriter, RoundTripOfEveryBlock) {
   quv::TASCFile f;
   ASSERT_EQ(quv::ReadASCFile(DataFile("asc_full.asc"), f), 0);
