@@ -190,10 +190,10 @@ bool TVectorCore<T>::LoadFromFile(const std::string& FileName, bool AdjustSize) 
     if (readError) return false;
   }
   if (!AdjustSize) {
-    TArray kept = NewArray(elems_.size());
+    // Keep the size: the stored elements overwrite the leading ones, the rest stay.
+    TArray kept = GuardAllocation<EQUVVectorError>(*this, msg::kNotEnoughMemoryOnHeap,
+                                                   [this] { return TArray(elems_); });
     std::copy_n(values.begin(), std::min(n, kept.size()), kept.begin());
-    std::copy(elems_.begin() + static_cast<std::ptrdiff_t>(std::min(n, kept.size())), elems_.end(),
-              kept.begin() + static_cast<std::ptrdiff_t>(std::min(n, kept.size())));
     values.swap(kept);
   }
   cleared_ = false;
