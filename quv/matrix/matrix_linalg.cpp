@@ -306,7 +306,8 @@ bool TMatrix::Balance(TDoubleArray& scale) {
         c += std::abs(store_[i][j]);
         r += std::abs(store_[j][i]);
       }
-      if (c == 0.0 || r == 0.0) continue;
+      // Nothing to balance against, or a value that no power of 2 can bring into range.
+      if (c == 0.0 || r == 0.0 || !std::isfinite(c) || !std::isfinite(r)) continue;
       double g = r / kRadix;
       double f = 1.0;
       const double s = c + r;

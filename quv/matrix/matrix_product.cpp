@@ -121,9 +121,11 @@ __attribute__((target("avx2,fma"))) void BlockFma(const double* a0, const double
   out[3] = Finish(s11, a1, b1, k, n);
 }
 
+bool extendedOnly = false;
+
 bool HaveFma() {
   static const bool have = __builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma");
-  return have;
+  return have && !extendedOnly;
 }
 
 #else
@@ -139,6 +141,10 @@ void BlockFma(const double*, const double*, const double*, const double*, std::s
 #endif
 
 }  // namespace
+
+void UseExtendedKernelOnly(bool only) {
+  extendedOnly = only;
+}
 
 double AccurateDot(const double* x, const double* y, std::size_t n) {
   return HaveFma() ? DotFma(x, y, n) : static_cast<double>(DotExtended(x, y, n));

@@ -22,6 +22,10 @@ namespace quv::detail {
 bool AccurateProduct(const TDouble2DArray& left, const TDouble2DArray& right,
                      TDouble2DArray& result, const std::function<bool(std::size_t)>& step);
 
+/// Restricts the kernels to the long double accumulation even where AVX2 and FMA exist (for
+/// tests of that path); false restores the choice by processor.
+void UseExtendedKernelOnly(bool only);
+
 /// One dot product of n values with the same accuracy.
 double AccurateDot(const double* x, const double* y, std::size_t n);
 

@@ -8,6 +8,12 @@
 namespace quv {
 namespace {
 
+// Sorts ascending with NaN last, so that a NaN cannot break the ordering the sort relies on.
+void SortValues(TDoubleArray& x) {
+  std::sort(x.begin(), x.end(),
+            [](double a, double b) { return a < b || (std::isnan(b) && !std::isnan(a)); });
+}
+
 // Percentile of sorted values: s[i] + (s[i+1] - s[i]) f for pos = (n - 1) p / 100 = i + f.
 double SortedPercentile(const TDoubleArray& s, double prob) {
   prob = std::clamp(prob, 0.0, 100.0);
@@ -188,7 +194,7 @@ double TMatrix::HarmonicMean(std::int32_t lowCol, std::int32_t lowRow, std::int3
 void TMatrix::Quartiles(std::int32_t lowCol, std::int32_t lowRow, std::int32_t highCol,
                         std::int32_t highRow, double& q1, double& q2, double& q3) const {
   TDoubleArray s = ValuesOf(*this, lowCol, lowRow, highCol, highRow);
-  std::sort(s.begin(), s.end());
+  SortValues(s);
   q1 = SortedPercentile(s, 25.0);
   q2 = SortedPercentile(s, 50.0);
   q3 = SortedPercentile(s, 75.0);
@@ -197,7 +203,7 @@ void TMatrix::Quartiles(std::int32_t lowCol, std::int32_t lowRow, std::int32_t h
 double TMatrix::Percentile(double prob, std::int32_t lowCol, std::int32_t lowRow,
                            std::int32_t highCol, std::int32_t highRow) const {
   TDoubleArray s = ValuesOf(*this, lowCol, lowRow, highCol, highRow);
-  std::sort(s.begin(), s.end());
+  SortValues(s);
   return SortedPercentile(s, prob);
 }
 
@@ -250,6 +256,7 @@ void TMatrix::Histogram(std::int32_t lowCol, std::int32_t lowRow, std::int32_t h
   MakeValidColRange(lowCol, highCol);
   MakeValidRowRange(lowRow, highRow);
   ForRange(lowCol, lowRow, highCol, highRow, [&](double x) {
+    if (std::isnan(x)) return;  // belongs nowhere
     if (x < lowBound) {
       ++underflow;
     } else if (x >= highBound + binWidth) {
@@ -356,7 +363,7 @@ void TMatrix::QNormalizeColumns(double quantile, TDoubleArray& medians, TDoubleA
   TDoubleArray md(store_.size()), sp(store_.size());
   for (std::size_t c = 0; c < store_.size(); ++c) {
     TDoubleArray s = store_[c];
-    std::sort(s.begin(), s.end());
+    SortValues(s);
     md[c] = SortedPercentile(s, 50.0);
     sp[c] = std::abs(md[c] - SortedPercentile(s, quantile));
     for (double& x : store_[c])
@@ -371,7 +378,7 @@ void TMatrix::QNormalizeRows(double quantile, TDoubleArray& medians, TDoubleArra
   TDoubleArray md(static_cast<std::size_t>(nrows_)), sp(static_cast<std::size_t>(nrows_));
   for (std::size_t r = 0; r < md.size(); ++r) {
     TDoubleArray s = RowOf(store_, r);
-    std::sort(s.begin(), s.end());
+    SortValues(s);
     md[r] = SortedPercentile(s, 50.0);
     sp[r] = std::abs(md[r] - SortedPercentile(s, quantile));
     for (TDoubleArray& col : store_)

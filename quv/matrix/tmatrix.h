@@ -168,8 +168,9 @@ class TMatrix : public detail::TMatrixCore<double> {
   /// Frequencies of the range in bins of width binWidth from lowBound: bins =
   /// round(|highBound - lowBound| / binWidth) + 1; x < lowBound counts as underflow,
   /// x >= highBound + binWidth as overflow, else bin floor((x - lowBound) / binWidth).
-  /// maxCount is the largest bin count. Fewer than 1 or more than 500 bins (or a binWidth
-  /// that is not positive) raise "Component \"<Name>.Histogram\": invalid number of bins".
+  /// maxCount is the largest bin count; NaN elements are not counted. Fewer than 1 or more than 500
+  /// bins (or a binWidth that is not positive) raise "Component \"<Name>.Histogram\": invalid
+  /// number of bins".
   void Histogram(std::int32_t lowCol, std::int32_t lowRow, std::int32_t highCol,
                  std::int32_t highRow, double lowBound, double highBound, double binWidth,
                  TIntArray& hist, std::int32_t& underflow, std::int32_t& overflow,

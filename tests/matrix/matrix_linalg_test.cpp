@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "quv/matrix/matrix.h"
+#include "quv/matrix/matrix_product.h"
 
 namespace quv {
 namespace {
@@ -76,7 +77,14 @@ TEST(MatrixProducts, ExtendedAccumulationKeepsSmallTerms) {
   EXPECT_EQ(res.GetVal(1, 1), 2.0);  // a double accumulator would give 1 or 0
 }
 
-TEST(MatrixProducts, LongCancellingDotProductsStayExact) {
+class MatrixProductKernels : public ::testing::TestWithParam<bool> {
+ protected:
+  void SetUp() override { detail::UseExtendedKernelOnly(GetParam()); }
+  void TearDown() override { detail::UseExtendedKernelOnly(false); }
+};
+INSTANTIATE_TEST_SUITE_P(BothKernels, MatrixProductKernels, ::testing::Values(false, true));
+
+TEST_P(MatrixProductKernels, LongCancellingDotProductsStayExact) {
   // 37 terms: nine groups (1e17, 1, -1e17, 1) and a last 1 exercise the vector lanes, their
   // folding and the scalar tail; a double accumulator loses every 1 next to 1e17.
   TMatrix a, b, res;
@@ -94,6 +102,23 @@ TEST(MatrixProducts, LongCancellingDotProductsStayExact) {
   for (int k = 1; k <= 37; ++k)
     h += 1.0L / k;
   EXPECT_NEAR(res.GetVal(1, 2), static_cast<double>(h), 4e-16 * static_cast<double>(h));
+
+  // Odd sizes in every dimension reach the single-row and single-column edges of the blocks.
+  TMatrix x, y, xy;
+  SetRandSeed(77);
+  x.Resize(9, 5);
+  y.Resize(3, 9);
+  x.FillRandomUniform(-1.0, 1.0);
+  y.FillRandomUniform(-1.0, 1.0);
+  ASSERT_TRUE(x.Multiply(&y, &xy));
+  for (int c = 1; c <= 3; ++c) {
+    for (int r = 1; r <= 5; ++r) {
+      long double s = 0.0L;
+      for (int k = 1; k <= 9; ++k)
+        s += static_cast<long double>(x.GetVal(k, r)) * y.GetVal(c, k);
+      EXPECT_NEAR(xy.GetVal(c, r), static_cast<double>(s), 1e-16) << c << "," << r;
+    }
+  }
 }
 
 TEST(MatrixProducts, MismatchesReturnFalseAndTouchNothing) {

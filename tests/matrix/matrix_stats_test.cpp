@@ -215,5 +215,23 @@ TEST_F(MatrixStats, DiffDichotomizeResample) {
   EXPECT_FALSE(small.ResampleExtMat(nullptr, 2, 3));
 }
 
+TEST_F(MatrixStats, NotANumberNeitherCrashesNorHangs) {
+  m_.SetVal(2, 2, std::nan(""));
+  m_.SetVal(1, 4, INFINITY);
+  TIntArray hist;
+  std::int32_t under = 0, over = 0, maxCount = 0;
+  m_.Histogram(0, 0, 0, 0, 0.0, 10.0, 1.0, hist, under, over, maxCount);
+  EXPECT_EQ(under + over, 1);                    // the infinity; the NaN is not counted
+  EXPECT_EQ(m_.Percentile(0, 0, 0, 0, 0), 1.0);  // NaN sorts last
+  TDoubleArray scale;
+  TMatrix sq;
+  sq.Resize(2, 2);
+  sq.Fill(1.0);
+  sq.SetVal(1, 2, INFINITY);
+  EXPECT_TRUE(sq.Balance(scale));
+  m_.SortRows(2, true, 0, 0, 0, 0);
+  EXPECT_THROW(sq.Norm(ntSpectral), EQUVMatrixError);
+}
+
 }  // namespace
 }  // namespace quv
