@@ -1,0 +1,155 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <string>
+
+#include "quv/base/errors.h"
+#include "quv/statis/statis.h"
+#include "reference_table.h"
+
+namespace quv {
+namespace {
+
+using test::ReadReferenceTable;
+using test::RelErr;
+
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+
+std::string HyperGeoMessage(double p, std::int32_t npop, std::int32_t nsample) {
+  try {
+    HyperGeoDistriDensity(p, npop, nsample, 1);
+  } catch (const EQUVStatisError& e) {
+    return e.what();
+  }
+  return "no error";
+}
+
+TEST(HyperGeoDistriDensity, MessagesInOrderOfChecks) {
+  const std::string head = "HyperGeoDistriDensity: ";
+  EXPECT_EQ(HyperGeoMessage(1.5, 0, 5), head + "probability p must be between 0.0 and 1.0");
+  EXPECT_EQ(HyperGeoMessage(kNaN, 10, 5), head + "probability p must be between 0.0 and 1.0");
+  EXPECT_EQ(HyperGeoMessage(-0.1, 10, 5), head + "probability p must be between 0.0 and 1.0");
+  EXPECT_EQ(HyperGeoMessage(0.5, 0, 5), head + "npop must be greater than 0");
+  EXPECT_EQ(HyperGeoMessage(0.5, 10, 11), head + "nsample must not be greater than npop");
+  EXPECT_EQ(HyperGeoMessage(0.5, 10, 0), head + "nsample must not be less than 1");
+  EXPECT_EQ(HyperGeoMessage(0.5, 10, -3), head + "nsample must not be less than 1");
+}
+
+TEST(HyperGeoDistriDensity, ProbabilitiesAndInfeasibleCounts) {
+  // K = 5 successes in 10: C(5,2) C(5,2) / C(10,4) = 100/210.
+  EXPECT_NEAR(HyperGeoDistriDensity(0.5, 10, 4, 2), 100.0 / 210, 1e-8);
+  // K = round(20 * 0.3) = 6: C(6,1) C(14,4) / C(20,5) = 6 * 1001 / 15504.
+  EXPECT_NEAR(HyperGeoDistriDensity(0.3, 20, 5, 1), 6.0 * 1001 / 15504, 1e-8);
+  double sum = 0;
+  for (int x = 0; x <= 5; ++x)
+    sum += HyperGeoDistriDensity(0.3, 20, 5, x);
+  EXPECT_NEAR(sum, 1, 1e-8);
+  // 5 * 0.5 = 2.5 rounds to the even 2: C(2,2) C(3,0) / C(5,2).
+  EXPECT_NEAR(HyperGeoDistriDensity(0.5, 5, 2, 2), 0.1, 1e-9);
+  EXPECT_EQ(HyperGeoDistriDensity(0.5, 10, 4, 5), 0);   // more than drawn
+  EXPECT_EQ(HyperGeoDistriDensity(0.5, 10, 4, -1), 0);  // negative
+  EXPECT_EQ(HyperGeoDistriDensity(0.2, 10, 9, 0), 0);   // only 8 failures exist
+  EXPECT_EQ(HyperGeoDistriDensity(0.1, 10, 4, 2), 0);   // only one success exists
+}
+
+TEST(BinomDistri, MatchesReferenceTable) {
+  const auto rows = ReadReferenceTable("statis_binom.txt");
+  ASSERT_GT(rows.size(), 100u);
+  for (const auto& r : rows) {
+    const auto n = static_cast<std::int32_t>(r[0]);
+    const auto k = static_cast<std::int32_t>(r[2]);
+    EXPECT_LT(RelErr(BinomDistriDensity(k, r[1], n), r[3]), 1e-10) << n << " " << r[1] << " " << k;
+    EXPECT_LT(RelErr(BinomDistriIntegral(k, r[1], n), r[4]), 1e-10) << n << " " << r[1] << " " << k;
+  }
+}
+
+TEST(BinomDistri, SumsMarkersAndEdges) {
+  double sum = 0;
+  for (int k = 0; k <= 12; ++k) {
+    sum += BinomDistriDensity(k, 0.37, 30);
+    EXPECT_NEAR(BinomDistriIntegral(k, 0.37, 30), sum, 1e-15) << k;
+  }
+  EXPECT_EQ(BinomDistriDensity(0, 0, 5), 1);
+  EXPECT_EQ(BinomDistriDensity(5, 1, 5), 1);
+  EXPECT_EQ(BinomDistriDensity(3, 0, 5), 0);
+  EXPECT_EQ(BinomDistriIntegral(-1, 0.3, 5), 0);
+  EXPECT_EQ(BinomDistriIntegral(5, 0.3, 5), 1);
+  EXPECT_EQ(BinomDistriIntegral(9, 0.3, 5), 1);
+  EXPECT_EQ(BinomDistriDensity(6, 0.3, 5), 0);
+  EXPECT_EQ(BinomDistriDensity(2, 1.5, 5), 0);
+  EXPECT_EQ(BinomDistriDensity(2, kNaN, 5), 0);
+  EXPECT_EQ(BinomDistriIntegral(2, kNaN, 5), 0);
+  EXPECT_EQ(BinomDistriIntegral(2, 0.5, -5), 0);
+}
+
+TEST(BinomDistriQuantile, SmallestCountReachingAlpha) {
+  for (std::int32_t n : {1, 10, 1000, 1000000}) {
+    for (double p : {0.001, 0.3, 0.5, 0.99}) {
+      for (double alpha : {1e-12, 0.05, 0.5, 0.95, 1 - 1e-12}) {
+        double cum = -1;
+        const std::int32_t k = BinomDistriQuantile(n, p, alpha, cum);
+        ASSERT_GE(k, 0);
+        ASSERT_LE(k, n);
+        EXPECT_EQ(cum, BinomDistriIntegral(k, p, n));
+        EXPECT_GE(cum, alpha);
+        if (k > 0) {
+          EXPECT_LT(BinomDistriIntegral(k - 1, p, n), alpha) << n << " " << p;
+        }
+      }
+    }
+  }
+  double cum = 42;
+  EXPECT_EQ(BinomDistriQuantile(10, 1.5, 0.5, cum), -1);
+  EXPECT_EQ(BinomDistriQuantile(10, 0.5, kNaN, cum), -1);
+  EXPECT_EQ(BinomDistriQuantile(-1, 0.5, 0.5, cum), -1);
+  EXPECT_EQ(cum, 42);
+  EXPECT_EQ(BinomDistriQuantile(10, 0.5, 1, cum), 10);
+  EXPECT_EQ(cum, 1);
+}
+
+TEST(UDistri, MatchesExactReferenceTable) {
+  const auto rows = ReadReferenceTable("statis_mwu.txt");
+  ASSERT_GT(rows.size(), 40u);
+  for (const auto& r : rows) {
+    const auto n1 = static_cast<std::int32_t>(r[0]);
+    const auto n2 = static_cast<std::int32_t>(r[1]);
+    const auto u = static_cast<std::int32_t>(r[2]);
+    EXPECT_LT(RelErr(UDistriDensity(n1, n2, u), r[3]), 1e-12) << n1 << " " << n2 << " " << u;
+    EXPECT_LT(RelErr(UDistriIntegral(n1, n2, u), r[4]), 1e-12) << n1 << " " << n2 << " " << u;
+    // The distribution does not depend on which sample is called first.
+    EXPECT_EQ(UDistriIntegral(n2, n1, u), UDistriIntegral(n1, n2, u));
+  }
+}
+
+TEST(UDistri, QuantilesMatchExactReferenceTable) {
+  const auto rows = ReadReferenceTable("statis_mwu_quantile.txt");
+  ASSERT_GT(rows.size(), 40u);
+  for (const auto& r : rows) {
+    const auto n1 = static_cast<std::int32_t>(r[0]);
+    const auto n2 = static_cast<std::int32_t>(r[1]);
+    EXPECT_EQ(UDistriQuantile(n1, n2, r[2]), r[3]) << n1 << " " << n2 << " " << r[2];
+  }
+}
+
+TEST(UDistri, MarkersAndLargeSamples) {
+  EXPECT_EQ(UDistriDensity(0, 5, 1), 0);
+  EXPECT_EQ(UDistriDensity(3, 4, -1), 0);
+  EXPECT_EQ(UDistriDensity(3, 4, 13), 0);
+  EXPECT_EQ(UDistriIntegral(3, 4, -1), 0);
+  EXPECT_EQ(UDistriIntegral(3, 4, 12), 1);
+  EXPECT_EQ(UDistriIntegral(3, -4, 2), 0);
+  EXPECT_EQ(UDistriQuantile(3, 0, 0.5), -1);
+  EXPECT_EQ(UDistriQuantile(3, 4, 1.5), -1);
+  EXPECT_EQ(UDistriQuantile(3, 4, kNaN), -1);
+  // Beyond the exact range the normal approximation answers, quickly and sensibly.
+  const std::int32_t big = 40000;
+  EXPECT_NEAR(UDistriIntegral(big, big, 800000000), 0.5, 1e-6);
+  const double q = UDistriQuantile(big, big, 0.05);
+  const double sd = std::sqrt(1.6e9 * (8e4 + 1) / 12);
+  EXPECT_NEAR(q, 8e8 - 1.6448536269514722 * sd, 2);
+}
+
+}  // namespace
+}  // namespace quv
