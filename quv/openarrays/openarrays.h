@@ -11,3 +11,5 @@
 #include "quv/openarrays/elementwise.h"
 #include "quv/openarrays/ordering.h"
 #include "quv/openarrays/rowcol.h"
+#include "quv/openarrays/images.h"
+#include "quv/openarrays/vecgeom.h"
