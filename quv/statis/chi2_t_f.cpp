@@ -52,6 +52,14 @@ long double LogTailTarget(double p) {
   return p < 0.5 ? std::log(static_cast<long double>(p)) : std::log1p(-static_cast<long double>(p));
 }
 
+// Upper normal quantile for a tail q <= 0.5 by the rational approximation of Abramowitz and
+// Stegun 26.2.23 (error below 4.5e-4): start values for the solvers below.
+long double NormalUpperStart(long double q) {
+  const long double t = std::sqrt(-2 * std::log(q));
+  return t - (2.515517L + 0.802853L * t + 0.010328L * t * t) /
+                 (1 + 1.432788L * t + 0.189269L * t * t + 0.001308L * t * t * t);
+}
+
 // ---- chi-square -------------------------------------------------------------------------
 
 TTails Chi2Tails(long double x, long double df) {
@@ -129,11 +137,23 @@ double Chi2DistriDensity(double x, std::int32_t DegFree) {
   return static_cast<double>(std::exp(Chi2LogDensity(x, DegFree)));
 }
 
+// ln of a start value for the chi-square quantile: Wilson and Hilferty's cube-root normal
+// approximation, or for far lower tails P(a, x) ~ (x/2)^a / Gamma(a + 1) with a = df/2.
+long double Chi2StartLog(double p, long double df) {
+  const long double z =
+      p < 0.5 ? -NormalUpperStart(p) : NormalUpperStart(1 - static_cast<long double>(p));
+  const long double c = 2 / (9 * df);
+  const long double root = 1 - c + z * std::sqrt(c);
+  if (root > 0.2L) return std::log(df) + 3 * std::log(root);
+  const long double a = df / 2;
+  return std::log(2.0L) + (LogTailTarget(p) + std::lgamma(a + 1)) / a;
+}
+
 double chi2DistriQuantile(double p, std::int32_t DegFree) {
   if (DegFree < 1 || !ValidProbability(p)) return 0;
   const long double df = DegFree;
   return static_cast<double>(PositiveQuantile(
-      LowerTail(p), LogTailTarget(p), std::log(df),
+      LowerTail(p), LogTailTarget(p), Chi2StartLog(p, df),
       [df](long double x) { return Chi2Tails(x, df); },
       [df](long double x) { return Chi2LogDensity(x, df); }));
 }
@@ -157,8 +177,13 @@ double tDistriQuantile(double p, std::int32_t DegFree) {
   const long double df = DegFree;
   // Solve for |t| on the upper tail P(T > |t|) = min(p, 1 - p), which is below 0.5.
   const long double q = p < 0.5 ? static_cast<long double>(p) : 1 - static_cast<long double>(p);
+  // Start from the Cornish-Fisher expansion about the normal quantile.
+  const long double z = NormalUpperStart(q);
+  const long double z2 = z * z;
+  const long double t0 =
+      z + (z2 + 1) * z / (4 * df) + ((5 * z2 + 16) * z2 + 3) * z / (96 * df * df);
   const long double t = PositiveQuantile(
-      false, std::log(q), 0, [df](long double x) { return TTailsOf(x, df); },
+      false, std::log(q), std::log(t0), [df](long double x) { return TTailsOf(x, df); },
       [df](long double x) { return TLogDensity(x, df); });
   return static_cast<double>(p < 0.5 ? -t : t);
 }
