@@ -37,11 +37,11 @@ namespace detail {
 
 // Shared by the three products: left holds the rows of the left factor, right the columns of
 // the right factor. Writes the product into res with SetVal after sizing it; the progress
-// protocol runs once per pair of result columns, and an abort leaves res untouched.
+// protocol runs once per block of result rows, and an abort leaves res untouched.
 bool FinishProduct(TMatrix& self, const TStore& left, const TStore& right, TMatrix& res,
                    const TOnPercentDoneEvent& onPercentDone) {
   TStore product;
-  const std::size_t total = right.size();
+  const std::size_t total = left.size();
   BeginAbortableOperation();
   const bool done = GuardAllocation<EQUVMatrixError>(self, msg::kNotEnoughMemoryOnHeap, [&] {
     return AccurateProduct(left, right, product, [&](std::size_t finished) {

@@ -1,5 +1,6 @@
 #include "quv/matrix/matrix_product.h"
 
+#include <algorithm>
 #include <cmath>
 
 #if defined(__x86_64__) && (defined(__GNUC__) || defined(__clang__))
@@ -157,33 +158,37 @@ bool AccurateProduct(const TDouble2DArray& left, const TDouble2DArray& right,
   const std::size_t kn = m == 0 ? 0 : left.front().size();
   const bool fma = HaveFma();
   result.assign(nres, TDoubleArray(m));
-  for (std::size_t c = 0; c < nres; c += 2) {
-    const bool pair = c + 1 < nres;
-    const double* b0 = right[c].data();
-    const double* b1 = pair ? right[c + 1].data() : b0;
-    std::size_t r = 0;
-    for (; r + 1 < m; r += 2) {
-      const double* a0 = left[r].data();
-      const double* a1 = left[r + 1].data();
-      if (fma) {
-        double out[4];
-        BlockFma(a0, a1, b0, b1, kn, out);
-        result[c][r] = out[0];
-        result[c][r + 1] = out[1];
-        if (pair) {
-          result[c + 1][r] = out[2];
-          result[c + 1][r + 1] = out[3];
+  // A block of left rows stays in cache while every column of right passes by it.
+  for (std::size_t r0 = 0; r0 < m; r0 += kProductRowBlock) {
+    const std::size_t r1 = std::min(m, r0 + kProductRowBlock);
+    for (std::size_t c = 0; c < nres; c += 2) {
+      const bool pair = c + 1 < nres;
+      const double* b0 = right[c].data();
+      const double* b1 = pair ? right[c + 1].data() : b0;
+      std::size_t r = r0;
+      for (; r + 1 < r1; r += 2) {
+        const double* a0 = left[r].data();
+        const double* a1 = left[r + 1].data();
+        if (fma) {
+          double out[4];
+          BlockFma(a0, a1, b0, b1, kn, out);
+          result[c][r] = out[0];
+          result[c][r + 1] = out[1];
+          if (pair) {
+            result[c + 1][r] = out[2];
+            result[c + 1][r + 1] = out[3];
+          }
+        } else {
+          BlockExtended(a0, a1, b0, kn, result[c][r], result[c][r + 1]);
+          if (pair) BlockExtended(a0, a1, b1, kn, result[c + 1][r], result[c + 1][r + 1]);
         }
-      } else {
-        BlockExtended(a0, a1, b0, kn, result[c][r], result[c][r + 1]);
-        if (pair) BlockExtended(a0, a1, b1, kn, result[c + 1][r], result[c + 1][r + 1]);
+      }
+      if (r < r1) {
+        result[c][r] = AccurateDot(left[r].data(), b0, kn);
+        if (pair) result[c + 1][r] = AccurateDot(left[r].data(), b1, kn);
       }
     }
-    if (r < m) {
-      result[c][r] = AccurateDot(left[r].data(), b0, kn);
-      if (pair) result[c + 1][r] = AccurateDot(left[r].data(), b1, kn);
-    }
-    if (step(pair ? c + 2 : c + 1)) return false;
+    if (step(r1)) return false;
   }
   return true;
 }

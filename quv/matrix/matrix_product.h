@@ -16,9 +16,12 @@
 
 namespace quv::detail {
 
+/// Result rows are computed in blocks of this many (a block of left rows stays in cache).
+inline constexpr std::size_t kProductRowBlock = 32;
+
 /// result[c][r] = sum_k left[r][k] * right[c][k] for every row array of left and column array
-/// of right (all of one length). step(columnsDone) is called after every pair of result
-/// columns and returns true to abort; the function then returns false.
+/// of right (all of one length). step(rowsDone) is called after every block of result rows
+/// and returns true to abort; the function then returns false.
 bool AccurateProduct(const TDouble2DArray& left, const TDouble2DArray& right,
                      TDouble2DArray& result, const std::function<bool(std::size_t)>& step);
 

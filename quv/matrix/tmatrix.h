@@ -81,7 +81,8 @@ class TMatrix : public detail::TMatrixCore<double> {
   /// MatRes := this x MatB, sums in extended precision. The method sizes MatRes itself
   /// (Resize to MatB's columns x this matrix's rows) and writes every element with SetVal.
   /// False, nothing done, when a matrix is null or NrOfColumns differs from MatB's NrOfRows.
-  /// Reports progress per result column (OnPercentDone, progress protocol); an abort leaves
+  /// Reports progress per block of 32 result rows (OnPercentDone, progress protocol); an abort
+  /// leaves
   /// MatRes untouched and returns false. MatRes may be this matrix or MatB.
   bool Multiply(const TMatrix* MatB, TMatrix* MatRes);
   /// MatRes := this x transpose(MatB); needs equal column counts.

@@ -328,6 +328,24 @@ TEST(MatrixNorm, SpectralNormIsTheLargestSingularValue) {
   wide.Transpose();
   EXPECT_NEAR(wide.Norm(ntSpectral), 7.25, 1e-13);
 
+  // Random matrices: against the power iteration on A'A, an independent method.
+  for (auto [nc, nr] : {std::pair{5, 7}, {7, 5}, {6, 6}}) {
+    TMatrix a, ata;
+    FillRandom(a, nc, nr, 50 + nc);
+    ASSERT_TRUE(a.TransposeAndMultiply(&a, &ata));
+    TVector x, y;
+    x.Resize(nc);
+    x.Fill(1.0);
+    double lambda = 0.0;
+    for (int it = 0; it < 2000; ++it) {
+      ata.Multiply(&x, &y);
+      lambda = y.CalcVecLeng() / x.CalcVecLeng();
+      x.Clone(y);
+      x.SetVecLeng(1.0);
+    }
+    EXPECT_NEAR(a.Norm(ntSpectral), std::sqrt(lambda), 1e-10) << nc << "x" << nr;
+  }
+
   // A rank-deficient matrix still converges.
   TMatrix r1;
   SetRows(r1, {{1, 2, 3}, {2, 4, 6}, {3, 6, 9}});
@@ -384,14 +402,14 @@ TEST(MatrixLinalg, BalanceHatMatrixAndSquare) {
   EXPECT_FALSE(collinear.CalcHatMatrix(&hat));
 }
 
-TEST(MatrixProducts, ProgressPerColumnPairAndAbort) {
+TEST(MatrixProducts, ProgressPerRowBlockAndAbort) {
   TMatrix a, b, res;
-  FillRandom(a, 4, 4, 41);
+  FillRandom(a, 4, 70, 41);  // 70 result rows: blocks end at rows 32, 64 and 70
   FillRandom(b, 5, 4, 42);
   std::vector<int> percents;
   a.OnPercentDone = [&](TComponent*, std::int32_t p) { percents.push_back(p); };
   ASSERT_TRUE(a.Multiply(&b, &res));
-  EXPECT_EQ(percents, (std::vector<int>{40, 80, 100}));
+  EXPECT_EQ(percents, (std::vector<int>{45, 91, 100}));
   MathFeedBackProc = [](double) { AbortMathProc = true; };
   TMatrix untouched;
   EXPECT_FALSE(a.Multiply(&b, &untouched));
