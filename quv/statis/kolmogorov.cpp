@@ -25,16 +25,17 @@ namespace {
 // corrected limiting distribution is accurate to well below 1e-4 and far cheaper.
 constexpr std::int64_t kKSMaxMatrixOrder = 201;
 
-// C = A * B for m x m row-major matrices (C distinct from A and B).
-void Multiply(const double* a, const double* b, double* c, std::size_t m) {
+// C = A * B for m x m row-major matrices. C never overlaps A or B; saying so lets the
+// compiler vectorise the inner loop, which dominates KSPValue.
+void Multiply(const double* __restrict__ a, const double* __restrict__ b, double* __restrict__ c,
+              std::size_t m) {
   for (std::size_t i = 0; i < m * m; ++i)
     c[i] = 0;
   for (std::size_t i = 0; i < m; ++i) {
-    double* ci = c + i * m;
+    double* __restrict__ ci = c + i * m;
     for (std::size_t k = 0; k < m; ++k) {
       const double aik = a[i * m + k];
-      if (aik == 0) continue;
-      const double* bk = b + k * m;
+      const double* __restrict__ bk = b + k * m;
       for (std::size_t j = 0; j < m; ++j)
         ci[j] += aik * bk[j];
     }
