@@ -133,6 +133,16 @@ void ConvertDegrees(double& A, double& B, double& C, TDegreeFormat FromFormat,
     b = std::floor(minutes);
     c = (minutes - b) * 60;
   }
+  // A part just below 60 in extended precision may round to 60 as a double; carry it so
+  // that the result is valid input again.
+  if (ToFormat == dfDegMinSec && static_cast<double>(c) >= 60) {
+    c = 0;
+    b += 1;
+  }
+  if ((ToFormat == dfDegMin || ToFormat == dfDegMinSec) && static_cast<double>(b) >= 60) {
+    b = 0;
+    a += 1;
+  }
   A = std::copysign(static_cast<double>(a), negative ? -1.0 : 1.0);
   B = static_cast<double>(b);
   C = static_cast<double>(c);

@@ -106,6 +106,13 @@ TEST(NumTextDegrees, ConvertBetweenFormats) {
   EXPECT_TRUE(a == 0 && std::signbit(a));
   EXPECT_EQ(b, 30);
 
+  // A part that rounds to 60 as a double is carried, so the result converts back.
+  // (0.75 degrees and just under 15 minutes are just under one degree in extended precision.)
+  a = 0.75, b = std::nextafter(15.0, 0.0), c = 0;
+  ConvertDegrees(a, b, c, dfDegMin, dfDegMin);
+  EXPECT_EQ(a, 1);
+  EXPECT_EQ(b, 0);
+
   // Decimal degrees ignore B and C.
   a = 1, b = 600, c = -5;
   ConvertDegrees(a, b, c, dfDecDegrees, dfDecDegrees);
