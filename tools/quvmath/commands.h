@@ -36,6 +36,9 @@ double ParseNumber(const std::string& text);
 /// row is the heading and is underlined.
 void PrintTable(std::ostream& out, const std::vector<std::vector<std::string>>& rows);
 
+int RunDist(const Args& args, std::ostream& out);
+extern const std::string_view kDistHelp;
+
 int RunEncode(const Args& args, std::ostream& out);
 extern const std::string_view kEncodeHelp;
 

@@ -13,6 +13,7 @@ using quvmath::Command;
 
 // One line per subcommand; keep them in alphabetical order.
 const Command kCommands[] = {
+    {"dist", "distributions, quantiles and critical values", quvmath::kDistHelp, quvmath::RunDist},
     {"encode", "show the binary images of numbers", quvmath::kEncodeHelp, quvmath::RunEncode},
     {"stats", "descriptive statistics of the columns of an ASC file", quvmath::kStatsHelp,
      quvmath::RunStats},
