@@ -33,6 +33,9 @@
 //   degrees              blank* [+|-] number [blank* number "'" [blank* number '"']] blank*
 //     number = digit+ ["." digit+]. The angle is degrees + minutes/60 + seconds/3600 with
 //     the sign applied to the whole; DegreeToStr writes texts of this form.
+//
+//   date and time        laid out field by field by the Format of ScanDateTime (below);
+//     blanks are not skipped there, the layout is exact.
 #pragma once
 
 #include <cstdint>
