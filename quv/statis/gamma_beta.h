@@ -16,7 +16,8 @@ double LnGamma(double x);
 
 /// Regularised lower incomplete gamma function P(a, x); 0 for x <= 0 or a <= 0. Series for
 /// x < a + 1, else a continued fraction of at most 99 steps; both stop at a relative change
-/// of 1e-8.
+/// of 1e-8. The series has no step limit of its own; a guard of 1e6 terms ends it where it
+/// cannot converge in time (x close to a beyond about a = 1e10, or a infinite).
 double IncompleteGamma(double x, double a);
 
 /// Regularised incomplete beta function I_x(a, b); 0 for x < 0 and 1 for x > 1. A continued

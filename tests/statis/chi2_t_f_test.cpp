@@ -119,6 +119,23 @@ TEST(ContinuousDistri, QuantileOfIntegralRoundTrips) {
   EXPECT_EQ(chi2DistriQuantile(1e-300, 1), 0);  // the true value, 1.6e-600, underflows
 }
 
+TEST(ContinuousDistri, IntegralOfQuantileRoundTrips) {
+  for (std::int32_t df : {1, 3, 30, 100000}) {
+    for (double x : {0.05, 0.7, 2.0, 9.0}) {
+      const double c = chi2DistriIntegral(x * df, df);
+      if (c > 1e-300 && c < 0.99) {
+        EXPECT_LT(RelErr(chi2DistriQuantile(c, df), x * df), 1e-9) << df << " " << x;
+      }
+      const double t = tDistriIntegral(-x, df);
+      EXPECT_LT(RelErr(tDistriQuantile(t, df), -x), 1e-9) << df << " " << x;
+      const double f = FDistriIntegral(x, df, 7);
+      if (f < 0.99) {
+        EXPECT_LT(RelErr(FDistriQuantile(f, df, 7), x), 1e-9) << df << " " << x;
+      }
+    }
+  }
+}
+
 TEST(ContinuousDistri, MarkersAndNaN) {
   for (double p : {0.0, 1.0, -0.5, 2.0, kNaN}) {
     EXPECT_EQ(chi2DistriQuantile(p, 5), 0) << p;
