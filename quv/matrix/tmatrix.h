@@ -116,8 +116,11 @@ class TMatrix : public detail::TMatrixCore<double> {
   /// square (nothing changed) or when a diagonal sum is not positive (its factor entries are
   /// then written as 0 and the loop goes on).
   bool CholeskyDecomp(TMatrix* Lower);
-  /// The norm of the matrix; ntSpectral raises EQUVMatrixError "near singular covariance
-  /// matrix" when the singular value decomposition does not converge (or is aborted).
+  /// The norm of the matrix. ntSpectral decomposes a copy of
+  /// the store (transposed where that makes it tall, which keeps the singular values) with
+  /// one progress step per singular value; it raises EQUVMatrixError "near singular
+  /// covariance matrix" (no component prefix) when a value needs 30 iterations, and returns 0
+  /// when AbortMathProc stops it.
   double Norm(TNormType normType) const;
   /// MatRes := this x this; false unless square.
   bool Square(TMatrix* MatRes);

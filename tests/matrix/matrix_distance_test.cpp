@@ -40,9 +40,10 @@ TEST(MatrixDistance, DistanceMatrixAgreesWithPairwiseDistances) {
   SetRandSeed(8);
   m.Resize(4, 9);
   m.FillRandomGauss(0.0, 1.0);
+  int changes = 0;
+  d.OnChange = [&](TComponent*) { ++changes; };
   for (TDistMode mode : {dmEuclid, dmEuclidSqr, dmManhattan, dmMaximum, dmCosine, dmCorrelation}) {
-    int changes = 0;
-    d.OnChange = [&](TComponent*) { ++changes; };
+    changes = 0;
     m.CalcDistMat(mode, &d);
     ASSERT_EQ(d.NrOfColumns(), 9);
     ASSERT_EQ(d.NrOfRows(), 9);
