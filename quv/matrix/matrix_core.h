@@ -33,6 +33,9 @@ struct TMatrixLimits<std::int32_t> {
   static constexpr std::int32_t kHuge = uc_MaxInt;
 };
 
+/// The matrix shell shared by TMatrix (double) and the integer matrix (int32): store,
+/// size, 1-based access, ranges, fills, search, structure changes, comb sorts, checksum and
+/// the container events, plus OnPercentDone for long operations.
 template <class T>
 class TMatrixCore : public TContainerComponent {
  public:

@@ -14,6 +14,7 @@
 
 namespace quv {
 
+/// Two-dimensional matrix of doubles, element (col, row) 1-based, column-major storage.
 class TMatrix : public detail::TMatrixCore<double> {
  public:
   using TMatrixCore::TMatrixCore;
