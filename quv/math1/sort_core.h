@@ -112,7 +112,8 @@ inline int DepthLimit(std::size_t n) {
 template <class T>
 std::size_t MoveNaNsToEnd(T* data, std::size_t n) {
   if constexpr (std::is_floating_point_v<T>) {
-    T* end = std::stable_partition(data, data + n, [](T x) { return !std::isnan(x); });
+    // The order of the numbers does not matter here: they are sorted or selected next.
+    T* end = std::partition(data, data + n, [](T x) { return !std::isnan(x); });
     return static_cast<std::size_t>(end - data);
   } else {
     return n;
