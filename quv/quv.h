@@ -2,3 +2,10 @@
 #pragma once
 
 #include "quv/base/base.h"
+#include "quv/complex/complex.h"
+#include "quv/datatable/datatable.h"
+#include "quv/math1/math1.h"
+#include "quv/matrix/matrix.h"
+#include "quv/openarrays/openarrays.h"
+#include "quv/statis/statis.h"
+#include "quv/vector/vector.h"

@@ -4,8 +4,8 @@
 // normalisation, the container events, arithmetic with another vector, searching, the comb
 // sort, copying, the statistics and the binary and text file forms. The two public classes
 // add only what differs between them (vector.h). The member definitions live in
-// vector_core.cpp, vector_stats.cpp and vector_io.cpp, which instantiate the core for both
-// element types.
+// vector_core.cpp and the two fragments it includes, vector_stats.ipp and vector_io.ipp, so
+// that the core is instantiated once for both element types.
 //
 // Conventions of every member:
 //  - element indices are 1-based; a (First, Last) range is normalised by MakeValidElemRange,
@@ -111,7 +111,7 @@ class TVectorCore : public TContainerComponent {
   /// a_i := |a_i|; fires OnChange.
   void AbsVal();
 
-  // ---- statistics over a range (vector_stats.cpp) -----------------------------------------
+  // ---- statistics over a range (vector_stats.ipp) -----------------------------------------
 
   /// Smallest and largest value of the range.
   void MinMax(std::int32_t First, std::int32_t Last, T& Min, T& Max) const;
@@ -204,7 +204,7 @@ class TVectorCore : public TContainerComponent {
   /// element has 4 bytes, so registers 4..7 of an integer vector stay at their start value.
   std::string CRCofData() const;
 
-  // ---- streams and files (vector_io.cpp) ---------------------------------------------------
+  // ---- streams and files (vector_io.ipp) ---------------------------------------------------
 
   /// Appends the record First, Last (normalised), elements First..Last as 10-byte extended
   /// values at the stream's current position.
