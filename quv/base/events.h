@@ -43,12 +43,13 @@ class TContainerComponent : public TComponent {
   void Changed() { FireEvent(OnChange, this); }
   /// Fires OnResize if assigned.
   void Resized() { FireEvent(OnResize, this); }
-
- protected:
-  /// Fires OnSortExchange for elements first and second (1-based) if assigned.
-  void SortExchange(std::int32_t first, std::int32_t second, std::int32_t third = 0,
-                    std::int32_t fourth = 0, std::uint8_t exchgWhat = 0) {
-    FireEvent(OnSortExchange, this, exchgWhat, first, second, third, fourth);
+  /// Fires OnSortExchange if assigned, with this container as sender. Sorts call it after
+  /// every exchange; a host that reorders the data itself may call it too. ExchgWhat tells
+  /// what was exchanged (0 elements, 1 columns, 2 rows); i1 and i2 are the exchanged 1-based
+  /// indices, i3 and i4 the bounds of the other dimension (0 for vectors).
+  void SortExchange(std::uint8_t ExchgWhat, std::int32_t i1, std::int32_t i2, std::int32_t i3 = 0,
+                    std::int32_t i4 = 0) {
+    FireEvent(OnSortExchange, this, ExchgWhat, i1, i2, i3, i4);
   }
 };
 

@@ -314,7 +314,7 @@ class TMatrixCore : public TContainerComponent {
           for (std::int32_t c = lowCol; c <= highCol; ++c)
             SwapElems(c, i, c, j);
           if (keyOutside) SwapElems(sortCol, i, sortCol, j);
-          SortExchange(i, j, lowCol, highCol, kSortExchangeRows);
+          SortExchange(kSortExchangeRows, i, j, lowCol, highCol);
         });
   }
   /// Comb sort of columns lowCol..highCol by the values of row sortRow; an exchange swaps the
@@ -337,7 +337,7 @@ class TMatrixCore : public TContainerComponent {
               SwapElems(i, r, j, r);
             if (keyOutside) SwapElems(i, sortRow, j, sortRow);
           }
-          SortExchange(i, j, lowRow, highRow, kSortExchangeCols);
+          SortExchange(kSortExchangeCols, i, j, lowRow, highRow);
         });
   }
 

@@ -313,7 +313,7 @@ void TVectorCore<T>::SortElems(bool Ascending, std::int32_t First, std::int32_t 
   const std::int32_t n = Last - First + 1;
   if (n < 2) return;
   T* a = elems_.data() + (First - 1);
-  auto notify = [this](std::int32_t i, std::int32_t j) { SortExchange(i, j); };
+  auto notify = [this](std::int32_t i, std::int32_t j) { SortExchange(0, i, j); };
   if (OnSortExchange) {
     if (Ascending)
       CombSort<true, true>(a, n, First, notify);

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <vector>
+
 #include "quv/base/base.h"
 
 namespace quv {
@@ -61,6 +63,17 @@ TEST(ContainerEvents, FireOnlyWhenAssignedWithSenderFirst) {
   c.Resized();
   EXPECT_EQ(calls, 1);
   EXPECT_EQ(seen, &c);
+
+  // A host may announce an exchange it made itself; the arguments arrive in order.
+  c.SortExchange(0, 1, 2);
+  std::vector<int> args;
+  c.OnSortExchange = [&](TComponent* sender, std::uint8_t what, std::int32_t i1, std::int32_t i2,
+                         std::int32_t i3, std::int32_t i4) {
+    EXPECT_EQ(sender, &c);
+    args = {what, i1, i2, i3, i4};
+  };
+  c.SortExchange(2, 7, 3, 1, 5);
+  EXPECT_EQ(args, (std::vector<int>{2, 7, 3, 1, 5}));
 }
 
 }  // namespace
