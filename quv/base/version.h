@@ -1,4 +1,4 @@
-// Version of the library.
+// Version of the library; CMakeLists.txt reads the version string from here.
 #pragma once
 
 namespace quv {
