@@ -1,21 +1,12 @@
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <vector>
-
-#include "quv/math1/math1.h"
+#include "math1/test_helpers.h"
 
 namespace quv {
 namespace {
 
-TEST(LongRand, ReseedingReproducesReferenceSequences) {
+TEST(LongRand, ReseedingReproducesReferenceSequencesAndValuesAreUniform) {
   // Reference values from an independent rational-arithmetic evaluation of the three
   // congruential generators.
-  struct Case {
-    std::int32_t seed;
-    double values[5];
-  };
-  const Case cases[] = {
+  const std::pair<std::int32_t, std::array<double, 5>> cases[] = {
       {12345,
        {0.9918772283555496, 0.7858948414495446, 0.2971496983237336, 0.022311373137547316,
         0.03840736820922179}},
@@ -26,26 +17,20 @@ TEST(LongRand, ReseedingReproducesReferenceSequences) {
        {0.5166717926221053, 0.7870059459445687, 0.7201846151086749, 0.207747048415358,
         0.8353853113401969}},
   };
-  for (const Case& c : cases) {
-    for (int round = 0; round < 2; ++round) {  // the second round proves reseeding resets
-      EXPECT_DOUBLE_EQ(LongRand(c.seed), c.values[0]) << c.seed;
-      for (int k = 1; k < 5; ++k)
-        EXPECT_DOUBLE_EQ(LongRand(0), c.values[k]) << c.seed;
-    }
-  }
-}
+  for (const auto& [seed, values] : cases)
+    for (int round = 0; round < 2; ++round)  // the second round proves reseeding resets
+      for (int k = 0; k < 5; ++k)
+        EXPECT_DOUBLE_EQ(LongRand(k == 0 ? seed : 0), values[k]) << seed << " " << k;
 
-TEST(LongRand, StaysInUnitIntervalAndIsRoughlyUniform) {
   LongRand(4711);
   double sum = 0.0;
   int low = 0;
   const int n = 100000;
   for (int i = 0; i < n; ++i) {
     const double r = LongRand(0);
-    ASSERT_GE(r, 0.0);
-    ASSERT_LT(r, 1.0);
+    ASSERT_TRUE(r >= 0.0 && r < 1.0) << r;
     sum += r;
-    if (r < 0.25) ++low;
+    low += r < 0.25;
   }
   EXPECT_NEAR(sum / n, 0.5, 0.005);
   EXPECT_NEAR(static_cast<double>(low) / n, 0.25, 0.006);
@@ -58,56 +43,47 @@ TEST(GRandom, MeanVarianceAndOneSigmaShareOverManyDraws) {
   SetRandSeed(20240611);
   ResetGRandom();
   const int n = 200000;
-  double sum = 0.0;
-  double sum_sq = 0.0;
+  double sum = 0.0, sum_sq = 0.0;
   int within_one = 0;
   for (int i = 0; i < n; ++i) {
     const double g = GRandom();
     ASSERT_TRUE(std::isfinite(g));
     sum += g;
     sum_sq += g * g;
-    if (std::abs(g) < 1.0) ++within_one;
+    within_one += std::abs(g) < 1.0;
   }
   const double mean = sum / n;
-  const double var = sum_sq / n - mean * mean;
   // Tolerances are about four standard errors.
   EXPECT_NEAR(mean, 0.0, 0.009);
-  EXPECT_NEAR(var, 1.0, 0.013);
+  EXPECT_NEAR(sum_sq / n - mean * mean, 1.0, 0.013);
   EXPECT_NEAR(static_cast<double>(within_one) / n, 0.682689, 0.0045);
 }
 
 TEST(GRandom, PendingValueComesFromTheSamePairAndResetDropsIt) {
   SetRandSeed(99);
   ResetGRandom();
-  const double a1 = GRandom();
-  const double a2 = GRandom();
-  const double a3 = GRandom();
+  const double a[] = {GRandom(), GRandom(), GRandom()};
   SetRandSeed(99);
   ResetGRandom();
-  EXPECT_EQ(GRandom(), a1);
-  EXPECT_EQ(GRandom(), a2);
-  EXPECT_EQ(GRandom(), a3);  // the first value of the second pair; its partner is pending
+  for (double expected : a)  // the third is the first of the second pair; its partner pends
+    EXPECT_EQ(GRandom(), expected);
   // Without the reset, the pending partner comes first and only then the reseeded sequence.
   SetRandSeed(99);
-  EXPECT_NE(GRandom(), a1);
-  EXPECT_EQ(GRandom(), a1);
+  EXPECT_NE(GRandom(), a[0]);
+  EXPECT_EQ(GRandom(), a[0]);
 }
 
 TEST(SimpleRandom, BernoulliAndCauchyFrequencies) {
   SetRandSeed(7);
   const int n = 100000;
-  int hits = 0;
-  int always = 0;
-  int never = 0;
-  int cauchy_inside = 0;
-  int cauchy_below = 0;
+  int hits = 0, always = 0, never = 0, cauchy_inside = 0, cauchy_below = 0;
   for (int i = 0; i < n; ++i) {
-    if (BRandom(0.3)) ++hits;
-    if (BRandom(1.0)) ++always;
-    if (BRandom(0.0) || BRandom(-1.0) || BRandom(std::nan(""))) ++never;
+    hits += BRandom(0.3);
+    always += BRandom(1.0);
+    never += BRandom(0.0) || BRandom(-1.0) || BRandom(test::kNaN);
     const double c = CRandom(10.0, 2.0);
-    if (std::abs(c - 10.0) < 2.0) ++cauchy_inside;  // half the mass lies within one width
-    if (c < 10.0) ++cauchy_below;
+    cauchy_inside += std::abs(c - 10.0) < 2.0;  // half the mass lies within one width
+    cauchy_below += c < 10.0;
   }
   EXPECT_NEAR(static_cast<double>(hits) / n, 0.3, 0.006);
   EXPECT_EQ(always, n);
