@@ -214,8 +214,9 @@ class TVectorCore : public TContainerComponent {
   /// AdjustSize resizes to Last; when Last <= NrOfElem reads the values into First..Last
   /// (values outside 1..NrOfElem are read and dropped; a failed read makes the result false
   /// but reading goes on), otherwise reads nothing and returns false. Fires OnChange in both
-  /// cases. A record that would grow the vector beyond what the rest of the stream can hold
-  /// is refused before anything changes.
+  /// cases. With AdjustSize, a record that claims more values than the rest of the stream
+  /// holds (when the stream can tell) is refused before anything changes. The growth to Last
+  /// itself is not bounded: a record First = Last = 10^8 validly asks for 10^8 elements.
   bool LoadFromStream(std::istream& Stream, bool AdjustSize);
   /// Reads a one-column ASC file: 0 on success, kAscFileNotFound (-8), kAscTooManyColumns
   /// (-7), a header status of ReadHeaderOfASC, or the body statuses of ReadASC. When fewer
