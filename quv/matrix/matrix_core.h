@@ -440,6 +440,17 @@ class TMatrixCore : public TContainerComponent {
     store_ = std::move(store);
   }
 
+  /// Takes over a ready store as the new contents: OnChange, then OnResize when the
+  /// dimensions changed (one operation, one set of events).
+  void ReplaceStore(TStore store) {
+    const bool resized =
+        store.size() != static_cast<std::size_t>(ncols_) ||
+        (!store.empty() && store.front().size() != static_cast<std::size_t>(nrows_));
+    SetStoreDirectly(std::move(store));
+    Changed();
+    if (resized) Resized();
+  }
+
   /// Copies the fields that Assign takes over from another matrix of the same kind.
   void AssignCore(const TMatrixCore& source) {
     TStore copy = GuardAllocation<EQUVMatrixError>(*this, msg::kNotEnoughMemoryOnHeap,

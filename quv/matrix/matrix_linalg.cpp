@@ -192,12 +192,8 @@ bool TMatrix::LUdecomposition(TMatrix* L, TMatrix* U) const {
     lp[static_cast<std::size_t>(perm[i])] = std::move(l[i]);
   TStore lStore = Transposed(lp);
   TStore uStore = Transposed(u);
-  L->Resize(ncols_, ncols_);
-  U->Resize(ncols_, ncols_);
-  L->store_ = std::move(lStore);
-  U->store_ = std::move(uStore);
-  L->Changed();
-  U->Changed();
+  L->ReplaceStore(std::move(lStore));
+  U->ReplaceStore(std::move(uStore));
   return true;
 }
 

@@ -15,8 +15,9 @@ void SortValues(TDoubleArray& x) {
 }
 
 // Percentile of sorted values: s[i] + (s[i+1] - s[i]) f for pos = (n - 1) p / 100 = i + f.
+// A NaN probability counts as 0, as in the vector classes.
 double SortedPercentile(const TDoubleArray& s, double prob) {
-  prob = std::clamp(prob, 0.0, 100.0);
+  prob = std::isnan(prob) ? 0.0 : std::clamp(prob, 0.0, 100.0);
   const std::size_t n = s.size();
   if (n == 1) return s[0];
   if (prob == 100.0) return s[n - 1];
@@ -395,7 +396,9 @@ bool TMatrix::ResampleExtMat(TMatrix* dest, std::int32_t nCols, std::int32_t nRo
   auto position = [](std::int32_t t, std::int32_t nt, std::int32_t ns) {
     return nt == 1 ? 0.0 : static_cast<double>(t) * (ns - 1) / (nt - 1);
   };
-  TStore out(static_cast<std::size_t>(nCols), TDoubleArray(static_cast<std::size_t>(nRows)));
+  TStore out = GuardAllocation<EQUVMatrixError>(*dest, msg::kNotEnoughMemoryOnHeap, [&] {
+    return TStore(static_cast<std::size_t>(nCols), TDoubleArray(static_cast<std::size_t>(nRows)));
+  });
   for (std::int32_t c = 0; c < nCols; ++c) {
     const double pc = position(c, nCols, ncols_);
     const auto c0 = std::min(static_cast<std::size_t>(pc), store_.size() - 1);
@@ -411,9 +414,7 @@ bool TMatrix::ResampleExtMat(TMatrix* dest, std::int32_t nCols, std::int32_t nRo
       out[static_cast<std::size_t>(c)][static_cast<std::size_t>(r)] = top + (bottom - top) * fr;
     }
   }
-  dest->Resize(nCols, nRows);
-  dest->store_ = std::move(out);
-  dest->Changed();
+  dest->ReplaceStore(std::move(out));
   return true;
 }
 

@@ -66,6 +66,7 @@ TEST_F(MatrixStats, MomentsMeansAndPercentilesOverSubRanges) {
   EXPECT_NEAR(m_.Percentile(40, 2, 2, 3, 3), Ref("pct40_c23_r23"), 1e-14);
   EXPECT_EQ(m_.Percentile(150, 0, 0, 0, 0), 9.0);
   EXPECT_EQ(m_.Percentile(-5, 0, 0, 0, 0), 1.0);
+  EXPECT_EQ(m_.Percentile(std::nan(""), 0, 0, 0, 0), 1.0);
   double q1 = 0, q2 = 0, q3 = 0;
   m_.Quartiles(0, 0, 0, 0, q1, q2, q3);
   EXPECT_NEAR(q1, Ref("pct25_all"), 1e-14);
@@ -162,8 +163,12 @@ TEST_F(MatrixStats, DiffDichotomizeResample) {
   EXPECT_EQ(RowsOf(a), (TRows{{0, 1, 0}, {0, 1, 1}, {0, 1, 0}, {0, 1, 1}}));
 
   SetRows(small, {{0, 4}, {2, 6}});
+  EventLog rlog(r);
   ASSERT_TRUE(small.ResampleExtMat(&r, 3, 5));
   EXPECT_EQ(RowsOf(r), (TRows{{0, 2, 4}, {0.5, 2.5, 4.5}, {1, 3, 5}, {1.5, 3.5, 5.5}, {2, 4, 6}}));
+  EXPECT_EQ(rlog.Counts(), std::pair(1, 1));  // one operation: one OnChange, one OnResize
+  ASSERT_TRUE(small.ResampleExtMat(&r, 3, 5));
+  EXPECT_EQ(rlog.Counts(), std::pair(2, 1));
   EXPECT_FALSE(small.ResampleExtMat(&r, 0, 3));
   EXPECT_FALSE(small.ResampleExtMat(nullptr, 2, 3));
   EXPECT_EQ(Dims(r), std::pair(3, 5));
