@@ -160,8 +160,8 @@ class TMatrix : public detail::TMatrixCore<double> {
   /// Percentile(25), Percentile(50) and Percentile(75) of the range.
   void Quartiles(std::int32_t lowCol, std::int32_t lowRow, std::int32_t highCol,
                  std::int32_t highRow, double& q1, double& q2, double& q3) const;
-  /// prob (clamped to 0..100, NaN counting as 0) percentile of the range: s[i] + (s[i+1] - s[i]) f for
-  /// pos = (n - 1) prob / 100 = i + f over the sorted values s (0-based).
+  /// prob (clamped to 0..100, NaN counting as 0) percentile of the range: s[i] + (s[i+1] - s[i]) f
+  /// for pos = (n - 1) prob / 100 = i + f over the sorted values s (0-based).
   double Percentile(double prob, std::int32_t lowCol, std::int32_t lowRow, std::int32_t highCol,
                     std::int32_t highRow) const;
   /// Pearson correlation of the elements of this matrix and MatB taken pairwise; 0 when either
