@@ -28,9 +28,12 @@ std::vector<TScanCase> LoadCases() {
     c.value = std::strtod(value.c_str(), nullptr);
     std::size_t pos = line.find('"');
     if (!ParseQuotedName(line, pos, text)) ADD_FAILURE() << "bad line: " << line;
-    for (std::size_t tab; (tab = text.find("\\t")) != std::string::npos;)
-      text.replace(tab, 2, "\t");
-    c.text = text;
+    // "\t" in the file stands for a tab character.
+    for (std::size_t k = 0; k < text.size(); ++k) {
+      const bool tab = text.compare(k, 2, "\\t") == 0;
+      c.text += tab ? '\t' : text[k];
+      k += tab ? 1 : 0;
+    }
     cases.push_back(c);
   }
   return cases;

@@ -38,7 +38,8 @@ struct EventLog {
     v.OnSortExchange = [this](TComponent*, std::uint8_t what, std::int32_t a, std::int32_t b,
                               std::int32_t c, std::int32_t d) {
       EXPECT_TRUE(what == 0 && c == 0 && d == 0);
-      order += "(" + std::to_string(a) + "," + std::to_string(b) + ")";
+      order.append("(").append(std::to_string(a)).append(",").append(std::to_string(b));
+      order += ')';
       exchanges.emplace_back(a, b);
     };
   }
