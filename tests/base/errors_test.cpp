@@ -8,29 +8,21 @@
 namespace quv {
 namespace {
 
-TEST(ErrorMessages, ComponentFormQuotesTheCurrentName) {
+TEST(ErrorMessages, ComponentFunctionAndArgumentForms) {
   TComponent vec;
+  EXPECT_EQ(ComponentMessage(vec, msg::kNotEnoughMemory), "Component \"\": not enough memory");
   vec.SetName("Vec1");
   EXPECT_EQ(ComponentMessage(vec, msg::kNotEnoughMemoryOnHeap),
             "Component \"Vec1\": not enough memory on heap");
   vec.SetName("Renamed");
   EXPECT_EQ(ComponentMessage(vec, msg::kHistogramInvalidBins),
             "Component \"Renamed.Histogram\": invalid number of bins");
-}
-
-TEST(ErrorMessages, EmptyNameGivesTwoAdjacentQuotes) {
-  TComponent anonymous;
-  EXPECT_EQ(ComponentMessage(anonymous, msg::kNotEnoughMemory),
-            "Component \"\": not enough memory");
-}
-
-TEST(ErrorMessages, FunctionAndArgumentForms) {
   EXPECT_EQ(FunctionMessage("Factorial", "negative argument"), "Factorial: negative argument");
   EXPECT_EQ(ArgumentMessage("HexToDouble: invalid hex string \"", "12G4"),
             "HexToDouble: invalid hex string \"12G4\"");
 }
 
-TEST(ErrorClasses, UnitClassesDeriveAsDocumented) {
+TEST(ErrorClasses, UnitClassesAndAllocationFailures) {
   try {
     RaiseFunctionError<EQUVMath1Error>("Factorial", "negative argument");
     FAIL() << "nothing raised";
@@ -42,9 +34,7 @@ TEST(ErrorClasses, UnitClassesDeriveAsDocumented) {
   static_assert(std::is_base_of_v<std::runtime_error, EQUVSLineError>);
   static_assert(!std::is_base_of_v<EQUVError, EQUVSLineError>);
   static_assert(!std::is_base_of_v<EQUVError, EMathError>);
-}
-
-TEST(ErrorClasses, AllocationFailureBecomesTheUnitError) {
+  // An allocation failure becomes the unit's error in the component form.
   TComponent owner;
   owner.SetName("M");
   EXPECT_EQ(GuardAllocation<EQUVMatrixError>(owner, msg::kNotEnoughMemory, [] { return 7; }), 7);

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <sstream>
+#include <utility>
 
 #include "quv/base/base.h"
 
@@ -10,21 +11,22 @@ namespace {
 
 TEST(BitField, OneBasedAccessIgnoresOutOfRange) {
   TBitFld f(70);
-  f.SetBit(1, true);
-  f.SetBit(70, true);
-  f.SetBit(0, true);
-  f.SetBit(71, true);
-  EXPECT_TRUE(f.Bit(1));
-  EXPECT_TRUE(f.Bit(70));
-  EXPECT_FALSE(f.Bit(0));
-  EXPECT_FALSE(f.Bit(71));
+  for (int i : {1, 70, 0, 71})
+    f.SetBit(i, true);
+  for (int i : {0, 1, 2, 69, 70, 71})
+    EXPECT_EQ(f.Bit(i), i == 1 || i == 70) << i;
   EXPECT_EQ(f.CountTrueBits(), 2);
+  f.ToggleBit(1);
+  f.ToggleBit(71);
+  EXPECT_FALSE(f.Bit(1));
+  EXPECT_EQ(f.CountTrueBits(), 1);
   f.SetAll();
   EXPECT_EQ(f.CountTrueBits(), 70);
   f.Resize(65);
   EXPECT_EQ(f.CountTrueBits(), 65);
   f.Resize(130);
   EXPECT_EQ(f.CountTrueBits(), 65);
+  EXPECT_EQ(f.NrOfBits(), 130);
   EXPECT_FALSE(f.Bit(66));
   f.Clear();
   EXPECT_EQ(f.CountTrueBits(), 0);
@@ -37,36 +39,16 @@ TEST(BitField, CombineWithEveryOperationAgainstBoolLogic) {
     a.SetBit(i, i % 2 == 0);
     b.SetBit(i, i % 3 == 0);
   }
-  for (TLogicOp op : {loAND, loNAND, loXOR, loOR, loNOR, loXNOR, loANDNOT}) {
+  // Truth table of each operation: bit (2 x + y) holds x <op> y.
+  const std::pair<TLogicOp, int> kTruth[] = {{loAND, 0b1000},   {loNAND, 0b0111}, {loXOR, 0b0110},
+                                             {loOR, 0b1110},    {loNOR, 0b0001},  {loXNOR, 0b1001},
+                                             {loANDNOT, 0b0100}};
+  for (const auto& [op, truth] : kTruth) {
     TBitFld r = a;
     r.CombineWith(b, op);
     int expected_count = 0;
     for (int i = 1; i <= n; ++i) {
-      const bool x = a.Bit(i), y = b.Bit(i);
-      bool want = false;
-      switch (op) {
-        case loAND:
-          want = x && y;
-          break;
-        case loNAND:
-          want = !(x && y);
-          break;
-        case loXOR:
-          want = x != y;
-          break;
-        case loOR:
-          want = x || y;
-          break;
-        case loNOR:
-          want = !(x || y);
-          break;
-        case loXNOR:
-          want = x == y;
-          break;
-        case loANDNOT:
-          want = x && !y;
-          break;
-      }
+      const bool want = (truth >> (2 * a.Bit(i) + b.Bit(i))) & 1;
       EXPECT_EQ(r.Bit(i), want) << "op " << int(op) << " bit " << i;
       expected_count += want;
     }
@@ -85,12 +67,18 @@ TEST(NumberFormatting, FixedPointRightAligned) {
   EXPECT_EQ(strff(-INFINITY, 0, 2), "-INF");
 }
 
-TEST(StringUtilities, TokenizeAndReplace) {
+TEST(StringUtilities, TokenizeReplaceTrimAndReadLines) {
   EXPECT_EQ(Tokenize("  12\t 3.5  x "), (std::vector<std::string>{"12", "3.5", "x"}));
   EXPECT_EQ(Tokenize("a;;b;", ";"), (std::vector<std::string>{"a", "b"}));
   EXPECT_TRUE(Tokenize("   ").empty());
   EXPECT_EQ(ReplaceCharInString("a\nb\nc", '\n', ' '), "a b c");
   EXPECT_EQ(TrimString(" \t x y \r\n"), "x y");
+  std::istringstream in("one\r\ntwo\nthree");
+  std::string line;
+  std::vector<std::string> lines;
+  while (ReadTextLine(in, line))
+    lines.push_back(line);
+  EXPECT_EQ(lines, (std::vector<std::string>{"one", "two", "three"}));
 }
 
 TEST(StringUtilities, ParseQuotedNameFromStreamAndString) {
@@ -109,15 +97,6 @@ TEST(StringUtilities, ParseQuotedNameFromStreamAndString) {
   EXPECT_TRUE(ParseQuotedName("x \"\" \"b c\"", pos, name));
   EXPECT_EQ(name, "b c");
   EXPECT_FALSE(ParseQuotedName("x \"\" \"b c\"", pos, name));
-}
-
-TEST(StringUtilities, ReadTextLineAcceptsBothLineEnds) {
-  std::istringstream in("one\r\ntwo\nthree");
-  std::string line;
-  std::vector<std::string> lines;
-  while (ReadTextLine(in, line))
-    lines.push_back(line);
-  EXPECT_EQ(lines, (std::vector<std::string>{"one", "two", "three"}));
 }
 
 TEST(RandomSource, SeedReproducesAndRangesHold) {

@@ -15,164 +15,124 @@ namespace {
 using test::ReadReferenceTable;
 using test::RelErr;
 
-constexpr double kValueTol = 1e-10;     // distribution functions and densities
-constexpr double kQuantileTol = 1e-10;  // quantiles (the guarantee is 1e-8)
+constexpr double kTol = 1e-10;  // values, densities and quantiles (the guarantee is 1e-8)
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr double kInf = std::numeric_limits<double>::infinity();
+
+// The three families behind one signature; b is the second degree of freedom of F only.
+using TDistFn = double (*)(double, std::int32_t, std::int32_t);
+struct TFamily {
+  const char* name;
+  int dfColumns;
+  TDistFn integral, density, quantile;
+};
+const TFamily kFamilies[] = {
+    {"chi2", 1, [](double x, std::int32_t a, std::int32_t) { return chi2DistriIntegral(x, a); },
+     [](double x, std::int32_t a, std::int32_t) { return Chi2DistriDensity(x, a); },
+     [](double p, std::int32_t a, std::int32_t) { return chi2DistriQuantile(p, a); }},
+    {"t", 1, [](double x, std::int32_t a, std::int32_t) { return tDistriIntegral(x, a); },
+     [](double x, std::int32_t a, std::int32_t) { return tDistriDensity(x, a); },
+     [](double p, std::int32_t a, std::int32_t) { return tDistriQuantile(p, a); }},
+    {"f", 2, FDistriIntegral, FDistriDensity, FDistriQuantile},
+};
 
 // Compares relatively where the reference value is a finite number above 1e-300 (the table
 // cannot resolve smaller ones).
-void ExpectClose(double actual, double expected, double tol, const std::string& where) {
+void ExpectClose(double actual, double expected, const std::vector<double>& row) {
   if (!(std::isfinite(expected) && expected > 1e-300)) return;
-  EXPECT_LT(RelErr(actual, expected), tol) << where << ": " << actual << " vs " << expected;
-}
-
-std::string Where(const std::vector<double>& row) {
-  std::string s;
+  std::string where;
   for (double v : row)
-    s += std::to_string(v) + " ";
-  return s;
+    where += std::to_string(v) + " ";
+  EXPECT_LT(RelErr(actual, expected), kTol) << where << ": " << actual << " vs " << expected;
 }
 
-TEST(Chi2Distri, MatchesReferenceTable) {
-  const auto rows = ReadReferenceTable("statis_chi2.txt");
-  ASSERT_GT(rows.size(), 60u);
-  for (const auto& r : rows) {
-    const auto df = static_cast<std::int32_t>(r[0]);
-    ExpectClose(chi2DistriIntegral(r[1], df), r[2], kValueTol, Where(r));
-    ExpectClose(Chi2DistriDensity(r[1], df), r[3], kValueTol, Where(r));
+TEST(ContinuousDistri, MatchReferenceTables) {
+  for (const TFamily& f : kFamilies) {
+    std::string stem = "statis_";
+    stem += f.name;
+    const int c = f.dfColumns;
+    const auto values = ReadReferenceTable(stem + ".txt");
+    const auto quantiles = ReadReferenceTable(stem + "_quantile.txt");
+    ASSERT_GT(values.size(), 60u) << stem;
+    ASSERT_GT(quantiles.size(), 60u) << stem;
+    for (const auto& r : values) {
+      const auto a = static_cast<std::int32_t>(r[0]);
+      const auto b = static_cast<std::int32_t>(r[c - 1]);
+      ExpectClose(f.integral(r[c], a, b), r[c + 1], r);
+      ExpectClose(f.density(r[c], a, b), r[c + 2], r);
+    }
+    for (const auto& r : quantiles) {
+      const auto a = static_cast<std::int32_t>(r[0]);
+      const auto b = static_cast<std::int32_t>(r[c - 1]);
+      ExpectClose(f.quantile(r[c], a, b), r[c + 1], r);
+    }
   }
 }
 
-TEST(Chi2Distri, QuantilesMatchReferenceTable) {
-  const auto rows = ReadReferenceTable("statis_chi2_quantile.txt");
-  ASSERT_GT(rows.size(), 60u);
-  for (const auto& r : rows) {
-    const auto df = static_cast<std::int32_t>(r[0]);
-    ExpectClose(chi2DistriQuantile(r[1], df), r[2], kQuantileTol, Where(r));
-  }
-}
-
-TEST(TDistri, MatchesReferenceTable) {
-  const auto rows = ReadReferenceTable("statis_t.txt");
-  ASSERT_GT(rows.size(), 100u);
-  for (const auto& r : rows) {
-    const auto df = static_cast<std::int32_t>(r[0]);
-    ExpectClose(tDistriIntegral(r[1], df), r[2], kValueTol, Where(r));
-    ExpectClose(tDistriDensity(r[1], df), r[3], kValueTol, Where(r));
-  }
-}
-
-TEST(TDistri, QuantilesMatchReferenceTable) {
-  const auto rows = ReadReferenceTable("statis_t_quantile.txt");
-  ASSERT_GT(rows.size(), 90u);
-  for (const auto& r : rows) {
-    const auto df = static_cast<std::int32_t>(r[0]);
-    ExpectClose(tDistriQuantile(r[1], df), r[2], kQuantileTol, Where(r));
-  }
-}
-
-TEST(FDistri, MatchesReferenceTable) {
-  const auto rows = ReadReferenceTable("statis_f.txt");
-  ASSERT_GT(rows.size(), 60u);
-  for (const auto& r : rows) {
-    const auto m = static_cast<std::int32_t>(r[0]);
-    const auto n = static_cast<std::int32_t>(r[1]);
-    ExpectClose(FDistriIntegral(r[2], m, n), r[3], kValueTol, Where(r));
-    ExpectClose(FDistriDensity(r[2], m, n), r[4], kValueTol, Where(r));
-  }
-}
-
-TEST(FDistri, QuantilesMatchReferenceTable) {
-  const auto rows = ReadReferenceTable("statis_f_quantile.txt");
-  ASSERT_GT(rows.size(), 60u);
-  for (const auto& r : rows) {
-    const auto m = static_cast<std::int32_t>(r[0]);
-    const auto n = static_cast<std::int32_t>(r[1]);
-    ExpectClose(FDistriQuantile(r[2], m, n), r[3], kQuantileTol, Where(r));
-  }
-}
-
-TEST(ContinuousDistri, QuantileOfIntegralRoundTrips) {
-  for (std::int32_t df : {1, 2, 7, 40, 1000, 1000000}) {
-    for (double p : {1e-300, 1e-12, 0.01, 0.3, 0.5, 0.8, 0.999, 1 - 1e-12, 1 - 1e-16}) {
-      const double c = chi2DistriQuantile(p, df);
-      if (c > 1e-300 && p <= 0.99) {
-        EXPECT_LT(RelErr(chi2DistriIntegral(c, df), p), 1e-10) << df << " " << p;
-      }
-      const double t = tDistriQuantile(p, df);
-      if (p <= 0.5 && std::isfinite(t)) {
-        EXPECT_LT(RelErr(tDistriIntegral(t, df), p), 1e-10) << df << " " << p;
-      }
-      EXPECT_EQ(t > 0, p > 0.5) << df << " " << p;
-      const double f = FDistriQuantile(p, df, 12);
-      if (f > 1e-300 && p <= 0.99) {
-        EXPECT_LT(RelErr(FDistriIntegral(f, df, 12), p), 1e-10) << df << " " << p;
+TEST(ContinuousDistri, QuantileAndIntegralRoundTrips) {
+  for (const TFamily& f : kFamilies) {
+    for (std::int32_t df : {1, 2, 7, 40, 1000, 1000000}) {
+      for (double p : {1e-300, 1e-12, 0.01, 0.3, 0.5, 0.8, 0.999, 1 - 1e-12, 1 - 1e-16}) {
+        const double q = f.quantile(p, df, 12);
+        if (std::fabs(q) > 1e-300 && p <= 0.99) {
+          EXPECT_LT(RelErr(f.integral(q, df, 12), p), kTol) << f.name << df << " " << p;
+        }
       }
     }
   }
-  // 1 - 1e-16 rounds to 1 - 2^-53: the upper tails are 1.1e-16.
-  EXPECT_NEAR(tDistriQuantile(1 - 1e-16, 1), 1 / (M_PI * 1.1102230246251565e-16), 1e3);
-  EXPECT_NEAR(chi2DistriQuantile(1 - 1e-16, 2), -2 * std::log(1.1102230246251565e-16), 1e-12);
-  // Closed forms: chi-square with 2 degrees is exponential, t with 1 is Cauchy.
-  EXPECT_NEAR(chi2DistriQuantile(1e-300, 2), 2e-300, 1e-312);
-  EXPECT_NEAR(tDistriQuantile(1e-300, 1), -1 / (M_PI * 1e-300), 1e288);
-  EXPECT_EQ(chi2DistriQuantile(1e-300, 1), 0);  // the true value, 1.6e-600, underflows
-}
-
-TEST(ContinuousDistri, IntegralOfQuantileRoundTrips) {
+  for (std::int32_t df : {1, 2, 7, 40, 1000, 1000000}) {
+    for (double p : {1e-300, 1e-12, 0.3, 0.8, 1 - 1e-16})
+      EXPECT_EQ(tDistriQuantile(p, df) > 0, p > 0.5) << df << " " << p;
+  }
   for (std::int32_t df : {1, 3, 30, 100000}) {
     for (double x : {0.05, 0.7, 2.0, 9.0}) {
       const double c = chi2DistriIntegral(x * df, df);
       if (c > 1e-300 && c < 0.99) {
         EXPECT_LT(RelErr(chi2DistriQuantile(c, df), x * df), 1e-9) << df << " " << x;
       }
-      const double t = tDistriIntegral(-x, df);
-      EXPECT_LT(RelErr(tDistriQuantile(t, df), -x), 1e-9) << df << " " << x;
+      EXPECT_LT(RelErr(tDistriQuantile(tDistriIntegral(-x, df), df), -x), 1e-9) << df << " " << x;
       const double f = FDistriIntegral(x, df, 7);
       if (f < 0.99) {
         EXPECT_LT(RelErr(FDistriQuantile(f, df, 7), x), 1e-9) << df << " " << x;
       }
     }
   }
+  // 1 - 1e-16 rounds to 1 - 2^-53: the upper tails are 1.1e-16. Closed forms: chi-square with
+  // 2 degrees is exponential, t with 1 is Cauchy.
+  EXPECT_NEAR(tDistriQuantile(1 - 1e-16, 1), 1 / (M_PI * 1.1102230246251565e-16), 1e3);
+  EXPECT_NEAR(chi2DistriQuantile(1 - 1e-16, 2), -2 * std::log(1.1102230246251565e-16), 1e-12);
+  EXPECT_NEAR(chi2DistriQuantile(1e-300, 2), 2e-300, 1e-312);
+  EXPECT_NEAR(tDistriQuantile(1e-300, 1), -1 / (M_PI * 1e-300), 1e288);
+  EXPECT_EQ(chi2DistriQuantile(1e-300, 1), 0);  // the true value, 1.6e-600, underflows
 }
 
-TEST(ContinuousDistri, MarkersAndNaN) {
-  for (double p : {0.0, 1.0, -0.5, 2.0, kNaN}) {
-    EXPECT_EQ(chi2DistriQuantile(p, 5), 0) << p;
-    EXPECT_EQ(tDistriQuantile(p, 5), 0) << p;
-    EXPECT_EQ(FDistriQuantile(p, 5, 3), 0) << p;
+TEST(ContinuousDistri, MarkersNaNAndSupportEdges) {
+  for (const TFamily& f : kFamilies) {
+    for (double p : {0.0, 1.0, -0.5, 2.0, kNaN})
+      EXPECT_EQ(f.quantile(p, 5, 3), 0) << f.name << p;
+    for (std::int32_t bad : {0, -1}) {
+      EXPECT_EQ(f.quantile(0.9, bad, 4), 0) << f.name;
+      EXPECT_EQ(f.integral(3, bad, 4), 0) << f.name;
+      EXPECT_EQ(f.density(3, bad, 4), 0) << f.name;
+    }
+    EXPECT_TRUE(std::isnan(f.integral(kNaN, 3, 4))) << f.name;
+    EXPECT_TRUE(std::isnan(f.density(kNaN, 3, 4))) << f.name;
+    EXPECT_EQ(f.integral(kInf, 3, 4), 1) << f.name;
   }
-  EXPECT_EQ(chi2DistriQuantile(0.5, 0), 0);
-  EXPECT_EQ(tDistriQuantile(0.9, -1), 0);
   EXPECT_EQ(FDistriQuantile(0.5, 3, 0), 0);
-  EXPECT_EQ(chi2DistriIntegral(3, 0), 0);
-  EXPECT_EQ(Chi2DistriDensity(3, 0), 0);
-  EXPECT_EQ(tDistriIntegral(3, 0), 0);
-  EXPECT_EQ(tDistriDensity(3, 0), 0);
-  EXPECT_EQ(FDistriIntegral(3, 0, 4), 0);
+  EXPECT_EQ(FDistriIntegral(3, 4, 0), 0);
   EXPECT_EQ(FDistriDensity(3, 4, 0), 0);
-  EXPECT_TRUE(std::isnan(chi2DistriIntegral(kNaN, 3)));
-  EXPECT_TRUE(std::isnan(Chi2DistriDensity(kNaN, 3)));
-  EXPECT_TRUE(std::isnan(tDistriIntegral(kNaN, 3)));
-  EXPECT_TRUE(std::isnan(tDistriDensity(kNaN, 3)));
-  EXPECT_TRUE(std::isnan(FDistriIntegral(kNaN, 3, 4)));
-  EXPECT_TRUE(std::isnan(FDistriDensity(kNaN, 3, 4)));
-  // Edges of the support.
-  const double inf = std::numeric_limits<double>::infinity();
   EXPECT_EQ(chi2DistriIntegral(-1, 3), 0);
-  EXPECT_EQ(chi2DistriIntegral(inf, 3), 1);
   EXPECT_EQ(Chi2DistriDensity(-1, 3), 0);
   EXPECT_EQ(Chi2DistriDensity(0, 2), 0.5);
-  EXPECT_EQ(Chi2DistriDensity(0, 1), inf);
+  EXPECT_EQ(Chi2DistriDensity(0, 1), kInf);
   EXPECT_EQ(Chi2DistriDensity(0, 3), 0);
-  EXPECT_EQ(tDistriIntegral(-inf, 3), 0);
-  EXPECT_EQ(tDistriIntegral(inf, 3), 1);
+  EXPECT_EQ(tDistriIntegral(-kInf, 3), 0);
   EXPECT_EQ(tDistriIntegral(0, 3), 0.5);
   EXPECT_EQ(tDistriQuantile(0.5, 3), 0);
   EXPECT_EQ(FDistriIntegral(0, 3, 4), 0);
-  EXPECT_EQ(FDistriIntegral(inf, 3, 4), 1);
   EXPECT_EQ(FDistriDensity(0, 2, 4), 1);
-  EXPECT_EQ(FDistriDensity(0, 1, 4), inf);
+  EXPECT_EQ(FDistriDensity(0, 1, 4), kInf);
   EXPECT_EQ(FDistriDensity(0, 3, 4), 0);
 }
 

@@ -4,37 +4,36 @@
 #include <cstdint>
 #include <limits>
 #include <string>
+#include <tuple>
 
-#include "quv/base/errors.h"
 #include "quv/statis/statis.h"
 #include "reference_table.h"
 
 namespace quv {
 namespace {
 
+using test::MessageOf;
 using test::ReadReferenceTable;
 using test::RelErr;
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
-std::string HyperGeoMessage(double p, std::int32_t npop, std::int32_t nsample) {
-  try {
-    HyperGeoDistriDensity(p, npop, nsample, 1);
-  } catch (const EQUVStatisError& e) {
-    return e.what();
-  }
-  return "no error";
-}
-
 TEST(HyperGeoDistriDensity, MessagesInOrderOfChecks) {
+  // Each case also breaks every later check, so that the order shows.
   const std::string head = "HyperGeoDistriDensity: ";
-  EXPECT_EQ(HyperGeoMessage(1.5, 0, 5), head + "probability p must be between 0.0 and 1.0");
-  EXPECT_EQ(HyperGeoMessage(kNaN, 10, 5), head + "probability p must be between 0.0 and 1.0");
-  EXPECT_EQ(HyperGeoMessage(-0.1, 10, 5), head + "probability p must be between 0.0 and 1.0");
-  EXPECT_EQ(HyperGeoMessage(0.5, 0, 5), head + "npop must be greater than 0");
-  EXPECT_EQ(HyperGeoMessage(0.5, 10, 11), head + "nsample must not be greater than npop");
-  EXPECT_EQ(HyperGeoMessage(0.5, 10, 0), head + "nsample must not be less than 1");
-  EXPECT_EQ(HyperGeoMessage(0.5, 10, -3), head + "nsample must not be less than 1");
+  const std::string p = "probability p must be between 0.0 and 1.0";
+  const std::tuple<double, std::int32_t, std::int32_t, std::string> kCases[] = {
+      {1.5, 0, 5, p},
+      {kNaN, 0, 0, p},
+      {-0.1, 10, 5, p},
+      {0.5, 0, 5, "npop must be greater than 0"},
+      {0.5, 10, 11, "nsample must not be greater than npop"},
+      {0.5, 10, 0, "nsample must not be less than 1"},
+      {0.5, 10, -3, "nsample must not be less than 1"}};
+  for (const auto& [prob, npop, nsample, text] : kCases) {
+    EXPECT_EQ(MessageOf([&] { HyperGeoDistriDensity(prob, npop, nsample, 1); }), head + text)
+        << prob << " " << npop << " " << nsample;
+  }
 }
 
 TEST(HyperGeoDistriDensity, ProbabilitiesAndInfeasibleCounts) {
@@ -48,13 +47,14 @@ TEST(HyperGeoDistriDensity, ProbabilitiesAndInfeasibleCounts) {
   EXPECT_NEAR(sum, 1, 1e-8);
   // 5 * 0.5 = 2.5 rounds to the even 2: C(2,2) C(3,0) / C(5,2).
   EXPECT_NEAR(HyperGeoDistriDensity(0.5, 5, 2, 2), 0.1, 1e-9);
-  EXPECT_EQ(HyperGeoDistriDensity(0.5, 10, 4, 5), 0);   // more than drawn
-  EXPECT_EQ(HyperGeoDistriDensity(0.5, 10, 4, -1), 0);  // negative
-  EXPECT_EQ(HyperGeoDistriDensity(0.2, 10, 9, 0), 0);   // only 8 failures exist
-  EXPECT_EQ(HyperGeoDistriDensity(0.1, 10, 4, 2), 0);   // only one success exists
+  // More than drawn, negative, more failures than exist (8), more successes than exist (1).
+  EXPECT_EQ(HyperGeoDistriDensity(0.5, 10, 4, 5), 0);
+  EXPECT_EQ(HyperGeoDistriDensity(0.5, 10, 4, -1), 0);
+  EXPECT_EQ(HyperGeoDistriDensity(0.2, 10, 9, 0), 0);
+  EXPECT_EQ(HyperGeoDistriDensity(0.1, 10, 4, 2), 0);
 }
 
-TEST(BinomDistri, MatchesReferenceTable) {
+TEST(BinomDistri, ReferenceTableSumsMarkersAndEdges) {
   const auto rows = ReadReferenceTable("statis_binom.txt");
   ASSERT_GT(rows.size(), 100u);
   for (const auto& r : rows) {
@@ -63,25 +63,22 @@ TEST(BinomDistri, MatchesReferenceTable) {
     EXPECT_LT(RelErr(BinomDistriDensity(k, r[1], n), r[3]), 1e-10) << n << " " << r[1] << " " << k;
     EXPECT_LT(RelErr(BinomDistriIntegral(k, r[1], n), r[4]), 1e-10) << n << " " << r[1] << " " << k;
   }
-}
-
-TEST(BinomDistri, SumsMarkersAndEdges) {
   double sum = 0;
   for (int k = 0; k <= 12; ++k) {
     sum += BinomDistriDensity(k, 0.37, 30);
     EXPECT_NEAR(BinomDistriIntegral(k, 0.37, 30), sum, 1e-15) << k;
   }
-  EXPECT_EQ(BinomDistriDensity(0, 0, 5), 1);
-  EXPECT_EQ(BinomDistriDensity(5, 1, 5), 1);
-  EXPECT_EQ(BinomDistriDensity(3, 0, 5), 0);
-  EXPECT_EQ(BinomDistriIntegral(-1, 0.3, 5), 0);
-  EXPECT_EQ(BinomDistriIntegral(5, 0.3, 5), 1);
-  EXPECT_EQ(BinomDistriIntegral(9, 0.3, 5), 1);
-  EXPECT_EQ(BinomDistriDensity(6, 0.3, 5), 0);
-  EXPECT_EQ(BinomDistriDensity(2, 1.5, 5), 0);
-  EXPECT_EQ(BinomDistriDensity(2, kNaN, 5), 0);
-  EXPECT_EQ(BinomDistriIntegral(2, kNaN, 5), 0);
-  EXPECT_EQ(BinomDistriIntegral(2, 0.5, -5), 0);
+  // (k, p, n, P(X = k) or NaN where not checked here, P(X <= k)).
+  const std::tuple<std::int32_t, double, std::int32_t, double, double> kEdges[] = {
+      {0, 0, 5, 1, 1},      {5, 1, 5, 1, 1},   {3, 0, 5, 0, 1},   {-1, 0.3, 5, 0, 0},
+      {5, 0.3, 5, kNaN, 1}, {9, 0.3, 5, 0, 1}, {6, 0.3, 5, 0, 1}, {2, 1.5, 5, 0, 0},
+      {2, kNaN, 5, 0, 0},   {2, 0.5, -5, 0, 0}};
+  for (const auto& [k, p, n, density, integral] : kEdges) {
+    if (!std::isnan(density)) {
+      EXPECT_EQ(BinomDistriDensity(k, p, n), density) << k << " " << p << " " << n;
+    }
+    EXPECT_EQ(BinomDistriIntegral(k, p, n), integral) << k << " " << p << " " << n;
+  }
 }
 
 TEST(BinomDistriQuantile, SmallestCountReachingAlpha) {
@@ -109,9 +106,11 @@ TEST(BinomDistriQuantile, SmallestCountReachingAlpha) {
   EXPECT_EQ(cum, 1);
 }
 
-TEST(UDistri, MatchesExactReferenceTable) {
+TEST(UDistri, MatchesExactReferenceTables) {
   const auto rows = ReadReferenceTable("statis_mwu.txt");
+  const auto quantiles = ReadReferenceTable("statis_mwu_quantile.txt");
   ASSERT_GT(rows.size(), 40u);
+  ASSERT_GT(quantiles.size(), 40u);
   for (const auto& r : rows) {
     const auto n1 = static_cast<std::int32_t>(r[0]);
     const auto n2 = static_cast<std::int32_t>(r[1]);
@@ -121,12 +120,7 @@ TEST(UDistri, MatchesExactReferenceTable) {
     // The distribution does not depend on which sample is called first.
     EXPECT_EQ(UDistriIntegral(n2, n1, u), UDistriIntegral(n1, n2, u));
   }
-}
-
-TEST(UDistri, QuantilesMatchExactReferenceTable) {
-  const auto rows = ReadReferenceTable("statis_mwu_quantile.txt");
-  ASSERT_GT(rows.size(), 40u);
-  for (const auto& r : rows) {
+  for (const auto& r : quantiles) {
     const auto n1 = static_cast<std::int32_t>(r[0]);
     const auto n2 = static_cast<std::int32_t>(r[1]);
     EXPECT_EQ(UDistriQuantile(n1, n2, r[2]), r[3]) << n1 << " " << n2 << " " << r[2];
@@ -140,15 +134,14 @@ TEST(UDistri, MarkersAndLargeSamples) {
   EXPECT_EQ(UDistriIntegral(3, 4, -1), 0);
   EXPECT_EQ(UDistriIntegral(3, 4, 12), 1);
   EXPECT_EQ(UDistriIntegral(3, -4, 2), 0);
+  for (double alpha : {1.5, -0.1, kNaN})
+    EXPECT_EQ(UDistriQuantile(3, 4, alpha), -1) << alpha;
   EXPECT_EQ(UDistriQuantile(3, 0, 0.5), -1);
-  EXPECT_EQ(UDistriQuantile(3, 4, 1.5), -1);
-  EXPECT_EQ(UDistriQuantile(3, 4, kNaN), -1);
   // Beyond the exact range the normal approximation answers, quickly and sensibly.
   const std::int32_t big = 40000;
   EXPECT_NEAR(UDistriIntegral(big, big, 800000000), 0.5, 1e-6);
-  const double q = UDistriQuantile(big, big, 0.05);
   const double sd = std::sqrt(1.6e9 * (8e4 + 1) / 12);
-  EXPECT_NEAR(q, 8e8 - 1.6448536269514722 * sd, 2);
+  EXPECT_NEAR(UDistriQuantile(big, big, 0.05), 8e8 - 1.6448536269514722 * sd, 2);
 }
 
 }  // namespace

@@ -1,10 +1,14 @@
-// Reads the whitespace-separated reference tables of tests/data ('#' starts a comment line).
+// Helpers shared by the statistics tests: the reader of the whitespace-separated reference
+// tables of tests/data ('#' starts a comment line), relative errors and caught messages.
 #pragma once
 
+#include <cmath>
 #include <fstream>
 #include <sstream>
 #include <string>
 #include <vector>
+
+#include "quv/base/errors.h"
 
 namespace quv::test {
 
@@ -28,6 +32,17 @@ inline std::vector<std::vector<double>> ReadReferenceTable(const std::string& na
 inline double RelErr(double actual, double expected) {
   if (expected == 0) return std::abs(actual);
   return std::abs(actual - expected) / std::abs(expected);
+}
+
+/// The message of the EQUVStatisError that call raises, or "no error".
+template <class Call>
+std::string MessageOf(Call&& call) {
+  try {
+    call();
+  } catch (const EQUVStatisError& e) {
+    return e.what();
+  }
+  return "no error";
 }
 
 }  // namespace quv::test
