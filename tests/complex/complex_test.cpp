@@ -5,7 +5,9 @@
 #include <limits>
 #include <sstream>
 #include <string>
+#include <utility>
 
+#include "common/raised_message.h"
 #include "quv/complex/complex.h"
 
 namespace quv {
@@ -13,12 +15,7 @@ namespace {
 
 template <class Call>
 std::string ComplexMessageOf(Call&& call) {
-  try {
-    call();
-  } catch (const EQUVComplexError& e) {
-    return e.what();
-  }
-  return "(nothing raised)";
+  return test::RaisedMessage<EQUVComplexError>(std::forward<Call>(call));
 }
 
 void ExpectClose(Extended actual, Extended expected, const std::string& what) {

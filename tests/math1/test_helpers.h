@@ -11,8 +11,10 @@
 #include <random>
 #include <string>
 #include <tuple>
+#include <utility>
 #include <vector>
 
+#include "common/raised_message.h"
 #include "quv/math1/math1.h"
 
 namespace quv::test {
@@ -23,12 +25,7 @@ inline constexpr double kInf = std::numeric_limits<double>::infinity();
 /// The message of the E (EQUVMath1Error unless told) that call raises, or "nothing raised".
 template <class E = EQUVMath1Error, class Call>
 std::string MessageOf(Call&& call) {
-  try {
-    call();
-  } catch (const E& e) {
-    return e.what();
-  }
-  return "nothing raised";
+  return RaisedMessage<E>(std::forward<Call>(call));
 }
 
 }  // namespace quv::test

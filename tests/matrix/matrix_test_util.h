@@ -3,12 +3,12 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <string>
 #include <tuple>
 #include <utility>
 #include <vector>
 
+#include "common/raised_message.h"
 #include "quv/matrix/matrix.h"
 
 namespace quv::test {
@@ -86,13 +86,9 @@ inline std::pair<int, int> Dims(const TMatrix& m) {
 }
 
 /// The message of the EQUVMatrixError that call raises, or "nothing raised".
-inline std::string MessageOf(const std::function<void()>& call) {
-  try {
-    call();
-  } catch (const EQUVMatrixError& e) {
-    return e.what();
-  }
-  return "nothing raised";
+template <class Call>
+std::string MessageOf(Call&& call) {
+  return RaisedMessage<EQUVMatrixError>(std::forward<Call>(call));
 }
 
 }  // namespace quv::test

@@ -6,8 +6,10 @@
 #include <fstream>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "common/raised_message.h"
 #include "quv/base/errors.h"
 
 namespace quv::test {
@@ -34,15 +36,10 @@ inline double RelErr(double actual, double expected) {
   return std::abs(actual - expected) / std::abs(expected);
 }
 
-/// The message of the EQUVStatisError that call raises, or "no error".
+/// The message of the EQUVStatisError that call raises, or "nothing raised".
 template <class Call>
 std::string MessageOf(Call&& call) {
-  try {
-    call();
-  } catch (const EQUVStatisError& e) {
-    return e.what();
-  }
-  return "no error";
+  return RaisedMessage<EQUVStatisError>(std::forward<Call>(call));
 }
 
 }  // namespace quv::test

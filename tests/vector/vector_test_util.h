@@ -6,12 +6,12 @@
 
 #include <cstdint>
 #include <fstream>
-#include <functional>
 #include <iterator>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "common/raised_message.h"
 #include "quv/vector/vector.h"
 
 namespace quv::test {
@@ -46,13 +46,9 @@ struct EventLog {
 };
 
 /// The message of the EQUVVectorError that a call raises, or "nothing raised".
-inline std::string MessageOf(const std::function<void()>& call) {
-  try {
-    call();
-  } catch (const EQUVVectorError& e) {
-    return e.what();
-  }
-  return "nothing raised";
+template <class Call>
+std::string MessageOf(Call&& call) {
+  return RaisedMessage<EQUVVectorError>(std::forward<Call>(call));
 }
 
 inline std::string DataFile(const std::string& name) {
