@@ -2,7 +2,6 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
-#include <cstdio>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -31,9 +30,7 @@ const std::string_view kDistHelp =
 namespace {
 
 std::string Num(double x) {
-  char buf[32];
-  std::snprintf(buf, sizeof buf, "%.10g", x);
-  return buf;
+  return FormatNumber(x, 10);
 }
 
 std::int32_t ParseCount(const std::string& text, std::int32_t min) {

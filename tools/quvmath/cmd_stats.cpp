@@ -1,6 +1,5 @@
 // quvmath stats: descriptive statistics of every column of an ASC data file.
 #include <cmath>
-#include <cstdio>
 #include <ostream>
 #include <stdexcept>
 #include <string>
@@ -24,9 +23,7 @@ const std::string_view kStatsHelp =
 namespace {
 
 std::string Num(double x) {
-  char buf[32];
-  std::snprintf(buf, sizeof buf, "%.6g", x);
-  return buf;
+  return FormatNumber(x, 6);
 }
 
 std::string StatusText(std::int32_t status) {

@@ -32,6 +32,9 @@ bool WantsHelp(const Args& args);
 /// Parses a whole argument as a double, or raises UsageError naming the argument.
 double ParseNumber(const std::string& text);
 
+/// A number as text with at most `digits` significant digits (printf's %g).
+std::string FormatNumber(double x, int digits);
+
 /// Writes rows as a table whose columns are right-aligned to their widest cell; the first
 /// row is the heading and is underlined.
 void PrintTable(std::ostream& out, const std::vector<std::vector<std::string>>& rows);

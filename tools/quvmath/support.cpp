@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cstdio>
 #include <cstdlib>
 #include <ostream>
 
@@ -9,6 +10,12 @@ namespace quvmath {
 bool WantsHelp(const Args& args) {
   return std::any_of(args.begin(), args.end(),
                      [](const std::string& a) { return a == "--help" || a == "-h"; });
+}
+
+std::string FormatNumber(double x, int digits) {
+  char buf[40];
+  std::snprintf(buf, sizeof buf, "%.*g", digits, x);
+  return buf;
 }
 
 double ParseNumber(const std::string& text) {
