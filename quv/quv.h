@@ -5,6 +5,7 @@
 #include "quv/complex/complex.h"
 #include "quv/datatable/datatable.h"
 #include "quv/math1/math1.h"
+#include "quv/math2/math2.h"
 #include "quv/matrix/matrix.h"
 #include "quv/openarrays/openarrays.h"
 #include "quv/statis/statis.h"

@@ -1,0 +1,4 @@
+// Chief header of the modelling unit: curve fitting, arithmetic expressions, nearest
+// neighbours and clustering, smoothing filters and polygon functions. Each topic has its own
+// header in this folder; include this one.
+#pragma once
