@@ -8,5 +8,6 @@
 #include "quv/math2/math2.h"
 #include "quv/matrix/matrix.h"
 #include "quv/openarrays/openarrays.h"
+#include "quv/sline/sline.h"
 #include "quv/statis/statis.h"
 #include "quv/vector/vector.h"
