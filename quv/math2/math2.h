@@ -2,3 +2,6 @@
 // neighbours and clustering, smoothing filters and polygon functions. Each topic has its own
 // header in this folder; include this one.
 #pragma once
+
+#include "quv/math2/mathexp.h"
+#include "quv/math2/mathexp_eval.h"
