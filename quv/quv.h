@@ -4,6 +4,7 @@
 #include "quv/base/base.h"
 #include "quv/complex/complex.h"
 #include "quv/datatable/datatable.h"
+#include "quv/fourier/fourier.h"
 #include "quv/math1/math1.h"
 #include "quv/math2/math2.h"
 #include "quv/matrix/matrix.h"
