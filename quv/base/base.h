@@ -16,3 +16,4 @@
 #include "quv/base/strings.h"
 #include "quv/base/types.h"
 #include "quv/base/version.h"
+#include "quv/base/xml.h"
