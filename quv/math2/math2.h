@@ -3,5 +3,6 @@
 // header in this folder; include this one.
 #pragma once
 
+#include "quv/math2/curvefit.h"
 #include "quv/math2/mathexp.h"
 #include "quv/math2/mathexp_eval.h"
