@@ -12,14 +12,59 @@
 #include <cmath>
 #include <cstdint>
 #include <cstring>
+#include <limits>
 #include <string>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
 #include "quv/base/base.h"
 #include "quv/math1/math1.h"
+#include "quv/vector/vector_detail.h"
 
 namespace quv::detail {
+
+/// An element converted between matrix element types: doubles become integers by rounding
+/// to the nearest (half away from zero), saturating at the Int32 limits, NaN giving 0.
+template <class T, class U>
+T ConvertElement(U x) {
+  if constexpr (std::is_integral_v<T> && std::is_floating_point_v<U>) {
+    if (std::isnan(x)) return 0;
+    const U r = std::round(x);
+    if (r >= static_cast<U>(std::numeric_limits<T>::max())) return std::numeric_limits<T>::max();
+    if (r <= static_cast<U>(std::numeric_limits<T>::min())) return std::numeric_limits<T>::min();
+    return static_cast<T>(r);
+  } else {
+    return static_cast<T>(x);
+  }
+}
+
+/// Copies the range (lowCol, lowRow, highCol, highRow) of any matrix with GetVal into block,
+/// block[c - lowCol][r - lowRow], converted to T. Each bound is clamped to the source and the
+/// pairs put in order. False (block untouched) when the source is empty.
+template <class T, class Source>
+bool CopyBlock(const Source& source, std::int32_t& lowCol, std::int32_t& lowRow,
+               std::int32_t& highCol, std::int32_t& highRow, std::vector<std::vector<T>>& block) {
+  const std::int32_t nc = source.NrOfColumns();
+  const std::int32_t nr = source.NrOfRows();
+  if (nc < 1 || nr < 1) return false;
+  const auto clampPair = [](std::int32_t& lo, std::int32_t& hi, std::int32_t size) {
+    lo = std::clamp(lo, std::int32_t{1}, size);
+    hi = std::clamp(hi, std::int32_t{1}, size);
+    if (lo > hi) std::swap(lo, hi);
+  };
+  clampPair(lowCol, highCol, nc);
+  clampPair(lowRow, highRow, nr);
+  std::vector<std::vector<T>> b(static_cast<std::size_t>(highCol - lowCol + 1));
+  for (std::int32_t c = lowCol; c <= highCol; ++c) {
+    auto& col = b[static_cast<std::size_t>(c - lowCol)];
+    col.reserve(static_cast<std::size_t>(highRow - lowRow + 1));
+    for (std::int32_t r = lowRow; r <= highRow; ++r)
+      col.push_back(ConvertElement<T>(source.GetVal(c, r)));
+  }
+  block.swap(b);
+  return true;
+}
 
 /// The sentinels with which MinMax starts, per element type.
 template <class T>
@@ -216,23 +261,22 @@ class TMatrixCore : public TContainerComponent {
   /// to value, else of the nearer of the two neighbours that enclose it (the higher row on
   /// ties); values beyond either end give the end row. 0 when col is outside the matrix.
   std::int32_t FindInSortedColumn(std::int32_t col, bool ascending, T value) const {
-    if (col < 1 || col > ncols_) return 0;
+    if (col < 1 || col > ncols_ || nrows_ < 1) return 0;
     const TColumn& x = store_[static_cast<std::size_t>(col - 1)];
-    std::int32_t lo = 1;
-    std::int32_t hi = nrows_;
-    while (hi - lo >= 2) {
-      const std::int32_t mid = (lo + hi) / 2;
-      const T m = x[static_cast<std::size_t>(mid - 1)];
-      if (m == value) return mid;
-      if ((value > m) == ascending) {
-        lo = mid;
-      } else {
-        hi = mid;
-      }
-    }
-    const double dlo = std::abs(static_cast<double>(x[static_cast<std::size_t>(lo - 1)]) - value);
-    const double dhi = std::abs(static_cast<double>(x[static_cast<std::size_t>(hi - 1)]) - value);
-    return dlo < dhi ? lo : hi;
+    return FindSorted(nrows_, ascending, value,
+                      [&x](std::int32_t r) { return x[static_cast<std::size_t>(r - 1)]; });
+  }
+
+  /// Number of elements x of the range with low <= x <= high.
+  std::int32_t CountValues(std::int32_t lowCol, std::int32_t lowRow, std::int32_t highCol,
+                           std::int32_t highRow, T low, T high) const {
+    MakeValidColRange(lowCol, highCol);
+    MakeValidRowRange(lowRow, highRow);
+    std::int32_t count = 0;
+    ForRange(lowCol, lowRow, highCol, highRow, [&](const T& x) {
+      if (x >= low && x <= high) ++count;
+    });
+    return count;
   }
 
   /// Removes column col (1-based), moving the later ones left, and resizes (events as Resize).
@@ -344,49 +388,35 @@ class TMatrixCore : public TContainerComponent {
   /// Copies the source range (lowCol, lowRow, highCol, highRow; each bound clamped to the
   /// source, the pairs put in order) to (destCol, destRow) of this matrix with SetVal, so
   /// targets outside are dropped and OnChange fires per element; then OnChange once more.
-  /// Does nothing when source is null. Works between matrices of any element type.
-  template <class U>
-  void CopyFrom(const TMatrixCore<U>* source, std::int32_t lowCol, std::int32_t lowRow,
+  /// Does nothing when source is null. Works between matrices of any element type, dense or
+  /// sparse (the source is read through its GetVal; doubles into integers as ConvertElement).
+  template <class Source>
+  void CopyFrom(const Source* source, std::int32_t lowCol, std::int32_t lowRow,
                 std::int32_t highCol, std::int32_t highRow, std::int32_t destCol,
                 std::int32_t destRow) {
     if (source == nullptr) return;
-    ClampPair(lowCol, highCol, source->NrOfColumns());
-    ClampPair(lowRow, highRow, source->NrOfRows());
     // A copy of the range first, so that copying a matrix onto itself reads unchanged data.
-    std::vector<std::vector<U>> block;
-    for (std::int32_t c = lowCol; c <= highCol; ++c) {
-      const auto& col = source->Columns()[static_cast<std::size_t>(c - 1)];
-      block.emplace_back(col.begin() + (lowRow - 1), col.begin() + highRow);
-    }
+    std::vector<std::vector<T>> block;
+    if (!CopyBlock<T>(*source, lowCol, lowRow, highCol, highRow, block)) return;
     for (std::int32_t c = lowCol; c <= highCol; ++c) {
       const auto& col = block[static_cast<std::size_t>(c - lowCol)];
-      for (std::int32_t r = lowRow; r <= highRow; ++r) {
+      for (std::int32_t r = lowRow; r <= highRow; ++r)
         SetVal(c - lowCol + destCol, r - lowRow + destRow,
-               static_cast<T>(col[static_cast<std::size_t>(r - lowRow)]));
-      }
+               col[static_cast<std::size_t>(r - lowRow)]);
     }
     Changed();
   }
 
-  /// Checksum of the elements: one CRC-32 register per byte position of an element, fed
-  /// column by column (rows within a column) with the element's bytes in memory order, each
-  /// register complemented at the end and written as 8 hexadecimal digits, register 0 first.
+  /// Checksum of the elements: the rule of TDataCRC (vector_detail.h), fed column by column,
+  /// rows within a column; 64 hexadecimal digits, the empty string with no store.
   std::string CRCofData() const {
     if (store_.empty()) return {};
-    std::uint32_t reg[sizeof(T)];
-    std::fill(std::begin(reg), std::end(reg), 0xFFFFFFFFu);
-    unsigned char bytes[sizeof(T)];
+    TDataCRC crc;
     for (const TColumn& col : store_) {
-      for (const T& x : col) {
-        std::memcpy(bytes, &x, sizeof(T));
-        for (std::size_t k = 0; k < sizeof(T); ++k)
-          reg[k] = CalcNextCRC32(bytes[k], reg[k]);
-      }
+      for (const T& x : col)
+        crc.Add(x);
     }
-    std::string text;
-    for (std::uint32_t r : reg)
-      text += Hex(static_cast<std::int32_t>(~r), 8);
-    return text;
+    return crc.Text();
   }
 
   /// ExchgWhat of the sort exchange events: columns exchanged, rows exchanged.
@@ -467,37 +497,6 @@ class TMatrixCore : public TContainerComponent {
 
   using TContainerComponent::SortExchange;
 
-  TStore store_;
-  std::int32_t ncols_ = 1;
-  std::int32_t nrows_ = 1;
-
- private:
-  static void ClampPair(std::int32_t& lo, std::int32_t& hi, std::int32_t size) {
-    lo = std::clamp(lo, std::int32_t{1}, size);
-    hi = std::clamp(hi, std::int32_t{1}, size);
-    if (lo > hi) std::swap(lo, hi);
-  }
-  static bool MakeValidRange(std::int32_t& lo, std::int32_t& hi, std::int32_t size) {
-    if (lo == 0 && hi == 0) {
-      lo = 1;
-      hi = size;
-      return false;
-    }
-    bool corrected = false;
-    auto clamp = [&](std::int32_t& v) {
-      const std::int32_t c = std::clamp(v, std::int32_t{1}, size);
-      if (c != v) corrected = true;
-      v = c;
-    };
-    clamp(lo);
-    clamp(hi);
-    if (lo > hi) {
-      std::swap(lo, hi);
-      corrected = true;
-    }
-    return corrected;
-  }
-
   // Comb sort over positions lo..hi: key(i) gives the sort key, exchange(i, j) swaps and
   // reports. Fires OnChange at the end unless fewer than two positions are in range.
   template <class Key, class Exchange>
@@ -520,6 +519,61 @@ class TMatrixCore : public TContainerComponent {
       }
     }
     Changed();
+  }
+
+  // Binary search over positions 1..n sorted ascending or descending, get(i) the value at i:
+  // the position of an element equal to value, else of the nearer of the two neighbours that
+  // enclose it (the higher on ties); values beyond either end give the end position.
+  template <class Get>
+  static std::int32_t FindSorted(std::int32_t n, bool ascending, T value, Get&& get) {
+    std::int32_t lo = 1;
+    std::int32_t hi = n;
+    while (hi - lo >= 2) {
+      const std::int32_t mid = (lo + hi) / 2;
+      const T m = get(mid);
+      if (m == value) return mid;
+      if ((value > m) == ascending) {
+        lo = mid;
+      } else {
+        hi = mid;
+      }
+    }
+    const double dlo = std::abs(static_cast<double>(get(lo)) - static_cast<double>(value));
+    const double dhi = std::abs(static_cast<double>(get(hi)) - static_cast<double>(value));
+    return dlo < dhi ? lo : hi;
+  }
+
+  TStore store_;
+  std::int32_t ncols_ = 1;
+  std::int32_t nrows_ = 1;
+
+ private:
+  static bool MakeValidRange(std::int32_t& lo, std::int32_t& hi, std::int32_t size) {
+    if (size < 1) {
+      // An empty dimension (a sparse integer matrix before its first write): an empty range.
+      const bool corrected = lo != 1 || hi != 0;
+      lo = 1;
+      hi = 0;
+      return corrected;
+    }
+    if (lo == 0 && hi == 0) {
+      lo = 1;
+      hi = size;
+      return false;
+    }
+    bool corrected = false;
+    auto clamp = [&](std::int32_t& v) {
+      const std::int32_t c = std::clamp(v, std::int32_t{1}, size);
+      if (c != v) corrected = true;
+      v = c;
+    };
+    clamp(lo);
+    clamp(hi);
+    if (lo > hi) {
+      std::swap(lo, hi);
+      corrected = true;
+    }
+    return corrected;
   }
 
   std::string dataID_;

@@ -231,17 +231,6 @@ double TMatrix::Correlate(const TMatrix* MatB) const {
   return static_cast<double>((sxy - sx * sy / n) / std::sqrt(qx * qy));
 }
 
-std::int32_t TMatrix::CountValues(std::int32_t lowCol, std::int32_t lowRow, std::int32_t highCol,
-                                  std::int32_t highRow, double low, double high) const {
-  MakeValidColRange(lowCol, highCol);
-  MakeValidRowRange(lowRow, highRow);
-  std::int32_t count = 0;
-  ForRange(lowCol, lowRow, highCol, highRow, [&](double x) {
-    if (x >= low && x <= high) ++count;
-  });
-  return count;
-}
-
 void TMatrix::Histogram(std::int32_t lowCol, std::int32_t lowRow, std::int32_t highCol,
                         std::int32_t highRow, double lowBound, double highBound, double binWidth,
                         TIntArray& hist, std::int32_t& underflow, std::int32_t& overflow,

@@ -167,9 +167,6 @@ class TMatrix : public detail::TMatrixCore<double> {
   /// Pearson correlation of the elements of this matrix and MatB taken pairwise; 0 when either
   /// is constant. Unequal dimensions raise "Component \"<Name>\": matrices do not match".
   double Correlate(const TMatrix* MatB) const;
-  /// Number of elements x of the range with low <= x <= high.
-  std::int32_t CountValues(std::int32_t lowCol, std::int32_t lowRow, std::int32_t highCol,
-                           std::int32_t highRow, double low, double high) const;
   /// Frequencies of the range in bins of width binWidth from lowBound: bins =
   /// round(|highBound - lowBound| / binWidth) + 1; x < lowBound counts as underflow,
   /// x >= highBound + binWidth as overflow, else bin floor((x - lowBound) / binWidth).

@@ -8,6 +8,7 @@
 
 #include "quv/math1/numtext.h"
 #include "quv/vector/vector_core.h"
+#include "quv/vector/vector_detail.h"
 
 namespace quv {
 namespace {
@@ -518,26 +519,10 @@ bool TVectorCore<T>::IsDichotomous(T& V1, T& V2) const {
 
 template <class T>
 std::string TVectorCore<T>::CRCofData() const {
-  std::array<std::uint32_t, 8> reg;
-  reg.fill(0xFFFFFFFFu);
-  for (const T x : elems_) {
-    // The little-endian bytes of the element, whatever the platform's byte order.
-    std::uint64_t bits = 0;
-    if constexpr (sizeof(T) == 8) {
-      std::memcpy(&bits, &x, 8);
-    } else {
-      std::uint32_t b32 = 0;
-      std::memcpy(&b32, &x, 4);
-      bits = b32;
-    }
-    for (std::size_t k = 0; k < sizeof(T); ++k)
-      reg[k] = CalcNextCRC32(static_cast<std::uint8_t>(bits >> (8 * k)), reg[k]);
-  }
-  std::string text;
-  text.reserve(64);
-  for (const std::uint32_t r : reg)
-    text += Hex(static_cast<std::int32_t>(~r), 8);
-  return text;
+  detail::TDataCRC crc;
+  for (const T x : elems_)
+    crc.Add(x);
+  return crc.Text();
 }
 
 }  // namespace quv

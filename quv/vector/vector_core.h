@@ -202,6 +202,7 @@ class TVectorCore : public TContainerComponent {
   /// 64 hexadecimal digits: eight CRC-32 registers, byte k of every element fed into register
   /// k (little-endian byte order, so the text is the same on every platform). An integer
   /// element has 4 bytes, so registers 4..7 of an integer vector stay at their start value.
+  /// The matrices follow the same rule (detail::TDataCRC, vector_detail.h).
   std::string CRCofData() const;
 
   // ---- streams and files (vector_io.ipp) ---------------------------------------------------

@@ -6,12 +6,50 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
+#include <string>
 #include <type_traits>
 #include <vector>
 
 #include "quv/base/base.h"
+#include "quv/math1/numtext.h"
 
 namespace quv::detail {
+
+/// The data checksum of every container (CRCofData), one rule for all element types: eight
+/// CRC-32 registers started at 0xFFFFFFFF; the little-endian bytes of each element, in the
+/// container's store order, go into registers 0, 1, ... (a double feeds all eight, a 32-bit
+/// integer registers 0..3 only, the others staying untouched). At the end every register is
+/// complemented and written as 8 hexadecimal digits, register 0 first: 64 characters (for
+/// integers the last 32 are always zeros).
+class TDataCRC {
+ public:
+  template <class T>
+  void Add(T x) {
+    static_assert(sizeof(T) == 8 || sizeof(T) == 4);
+    std::uint64_t bits = 0;
+    if constexpr (sizeof(T) == 8) {
+      std::memcpy(&bits, &x, 8);
+    } else {
+      std::uint32_t b32 = 0;
+      std::memcpy(&b32, &x, 4);
+      bits = b32;
+    }
+    for (std::size_t k = 0; k < sizeof(T); ++k)
+      reg_[k] = CalcNextCRC32(static_cast<std::uint8_t>(bits >> (8 * k)), reg_[k]);
+  }
+  std::string Text() const {
+    std::string text;
+    text.reserve(64);
+    for (const std::uint32_t r : reg_)
+      text += Hex(static_cast<std::int32_t>(~r), 8);
+    return text;
+  }
+
+ private:
+  std::uint32_t reg_[8] = {0xFFFFFFFFu, 0xFFFFFFFFu, 0xFFFFFFFFu, 0xFFFFFFFFu,
+                           0xFFFFFFFFu, 0xFFFFFFFFu, 0xFFFFFFFFu, 0xFFFFFFFFu};
+};
 
 /// Strict weak order that puts NaNs after every number, so that the standard sorts stay
 /// well-defined on any data.
