@@ -26,25 +26,6 @@ std::string Num(double x) {
   return FormatNumber(x, 6);
 }
 
-std::string StatusText(std::int32_t status) {
-  switch (status) {
-    case quv::kAscFileNotFound:
-      return "file not found";
-    case quv::kAscHeaderCutShort:
-      return "the file ends inside its four header lines";
-    case quv::kAscBadColumnCount:
-      return "line 2 does not hold a valid number of columns";
-    case quv::kAscBadRowCount:
-      return "line 3 does not hold a valid number of rows";
-    case quv::kAscBadFlags:
-      return "line 4 does not hold the TRUE/FALSE flags";
-    case quv::kAscBadAnnotation:
-      return "an annotation block (column names or nominal variables) is malformed";
-    default:
-      return "unreadable ASC file (status " + std::to_string(status) + ")";
-  }
-}
-
 // One row of the table: the statistics of one column.
 std::vector<std::string> ColumnRow(const std::string& name, const quv::TDoubleArray& values) {
   quv::TVector v;
@@ -85,7 +66,7 @@ int RunStats(const Args& args, std::ostream& out) {
       args.empty() ? std::string(QUV_SAMPLE_DATA_DIR) + "/sample.asc" : args.front();
   quv::TASCFile file;
   const std::int32_t status = quv::ReadASCFile(path, file);
-  if (status != quv::kAscHeaderOk) throw std::runtime_error(path + ": " + StatusText(status));
+  if (status != quv::kAscHeaderOk) throw std::runtime_error(path + ": " + AscStatusText(status));
   const std::int32_t rows = file.RowsRead();
   if (rows == 0) throw std::runtime_error(path + ": no complete data row");
 

@@ -2,6 +2,7 @@
 // the table of main.cpp.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <iosfwd>
 #include <string>
@@ -35,6 +36,9 @@ double ParseNumber(const std::string& text);
 /// A number as text with at most `digits` significant digits (printf's %g).
 std::string FormatNumber(double x, int digits);
 
+/// What a status of the ASC file reader means, for an error message.
+std::string AscStatusText(std::int32_t status);
+
 /// Writes rows as a table whose columns are right-aligned to their widest cell; the first
 /// row is the heading and is underlined.
 void PrintTable(std::ostream& out, const std::vector<std::vector<std::string>>& rows);
@@ -44,6 +48,9 @@ extern const std::string_view kDistHelp;
 
 int RunEncode(const Args& args, std::ostream& out);
 extern const std::string_view kEncodeHelp;
+
+int RunEval(const Args& args, std::ostream& out);
+extern const std::string_view kEvalHelp;
 
 int RunStats(const Args& args, std::ostream& out);
 extern const std::string_view kStatsHelp;

@@ -15,6 +15,8 @@ using quvmath::Command;
 const Command kCommands[] = {
     {"dist", "distributions, quantiles and critical values", quvmath::kDistHelp, quvmath::RunDist},
     {"encode", "show the binary images of numbers", quvmath::kEncodeHelp, quvmath::RunEncode},
+    {"eval", "evaluate an expression, alone or over the rows of an ASC file", quvmath::kEvalHelp,
+     quvmath::RunEval},
     {"stats", "descriptive statistics of the columns of an ASC file", quvmath::kStatsHelp,
      quvmath::RunStats},
 };

@@ -4,6 +4,7 @@
 #include <ostream>
 
 #include "commands.h"
+#include "quv/datatable/datatable.h"
 
 namespace quvmath {
 
@@ -25,6 +26,25 @@ double ParseNumber(const std::string& text) {
     throw UsageError{"not a number: \"" + text + "\""};
   }
   return value;
+}
+
+std::string AscStatusText(std::int32_t status) {
+  switch (status) {
+    case quv::kAscFileNotFound:
+      return "file not found";
+    case quv::kAscHeaderCutShort:
+      return "the file ends inside its four header lines";
+    case quv::kAscBadColumnCount:
+      return "line 2 does not hold a valid number of columns";
+    case quv::kAscBadRowCount:
+      return "line 3 does not hold a valid number of rows";
+    case quv::kAscBadFlags:
+      return "line 4 does not hold the TRUE/FALSE flags";
+    case quv::kAscBadAnnotation:
+      return "an annotation block (column names or nominal variables) is malformed";
+    default:
+      return "unreadable ASC file (status " + std::to_string(status) + ")";
+  }
 }
 
 void PrintTable(std::ostream& out, const std::vector<std::vector<std::string>>& rows) {
