@@ -312,7 +312,6 @@ class Compiler {
 
   // Appends an instruction and follows the depth of the value stack it will need.
   void Emit(TOperator op, std::int32_t count, double value) {
-    program_.push_back({op, count, value});
     if (op == opNumber || op == opListElem)
       ++depth_;
     else if (IsFunction(op))
@@ -320,6 +319,16 @@ class Compiler {
     else if (!IsPrefix(op))
       --depth_;
     max_depth_ = std::max(max_depth_, depth_);
+    // A binary operator whose right operand is a single push takes that operand directly.
+    if (!IsFunction(op) && !IsPrefix(op) && op != opNumber && op != opListElem) {
+      TExpInstruction& last = program_.back();
+      if (last.Op == opNumber || last.Op == opListElem) {
+        last.Source = last.Op == opNumber ? esNumber : esVariable;
+        last.Op = op;
+        return;
+      }
+    }
+    program_.push_back({op, esStack, count, value});
   }
 
   std::string_view text_;
@@ -351,7 +360,8 @@ void TMathExpression::CompileWith(std::string_view Expression,
   std::string text(Expression);
   std::vector<double> values(c.names_.size(), 0.0);
   std::vector<bool> bound(c.names_.size(), false);
-  std::vector<double> stack(c.max_depth_);
+  // One more than the deepest stack: a list function stores the top beside its arguments.
+  std::vector<double> stack(c.max_depth_ + 1);
   text_.swap(text);
   names_.swap(c.names_);
   program_.swap(c.program_);

@@ -12,6 +12,12 @@ namespace quv {
 
 namespace {
 
+// The dispatch key of an instruction: operator and operand source in one number, so that
+// one switch reaches every variant.
+constexpr int Key(TOperator op, TExpSource source) {
+  return op + kNrOfOperators * source;
+}
+
 double Truth(bool b) {
   return b ? 1.0 : 0.0;
 }
@@ -86,81 +92,86 @@ double TMathExpression::Evaluate(std::span<const double> Values) const {
 
 double TMathExpression::Run(const double* values) const {
   if (program_.empty()) RaiseFunctionError<EQUVMathExp>("Evaluate", msg::kExpNotCompiled);
-  // sp points one past the sp[-1] of the stack; the compiler sized the stack for the program.
+  // The top of the stack lives in a register (top); the values below it are in stack_, and
+  // sp points one past the last of them. The first push stores the initial 0 as a dummy.
+  // The compiler sized the stack for the program.
+  double top = 0.0;
   double* sp = stack_.data();
   for (const TExpInstruction& in : program_) {
-    switch (in.Op) {
+    switch (Key(in.Op, in.Source)) {
       case opNumber:
-        *sp++ = in.Value;
+        *sp++ = top;
+        top = in.Value;
         break;
       case opListElem:
-        *sp++ = values[in.Count];
+        *sp++ = top;
+        top = values[in.Count];
         break;
       case opMinusSign:
-        sp[-1] = -sp[-1];
+        top = -top;
         break;
       case opNot:
-        sp[-1] = Truth(sp[-1] == 0.0);
+        top = Truth(top == 0.0);
         break;
       case opSine:
-        sp[-1] = std::sin(sp[-1]);
+        top = std::sin(top);
         break;
       case opCosine:
-        sp[-1] = std::cos(sp[-1]);
+        top = std::cos(top);
         break;
       case opTangens:
-        sp[-1] = tg(sp[-1]);
+        top = tg(top);
         break;
       case opArcSin:
-        sp[-1] = std::asin(sp[-1]);
+        top = std::asin(top);
         break;
       case opArcCos:
-        sp[-1] = std::acos(sp[-1]);
+        top = std::acos(top);
         break;
       case opArcTan:
-        sp[-1] = std::atan(sp[-1]);
+        top = std::atan(top);
         break;
       case opAbs:
-        sp[-1] = std::fabs(sp[-1]);
+        top = std::fabs(top);
         break;
       case opSign:
-        sp[-1] = Signum(sp[-1]);
+        top = Signum(top);
         break;
       case opSqrt:
-        sp[-1] = std::sqrt(sp[-1]);
+        top = std::sqrt(top);
         break;
       case opSqr:
-        sp[-1] = sp[-1] * sp[-1];
+        top = top * top;
         break;
       case opRound:
-        sp[-1] = std::nearbyint(sp[-1]);
+        top = std::nearbyint(top);
         break;
       case opNDInt:
-        sp[-1] = nDistriIntegral(sp[-1]);
+        top = nDistriIntegral(top);
         break;
       case opNDQuant:
-        sp[-1] = nDistriQuantile(sp[-1]);
+        top = nDistriQuantile(top);
         break;
       case opNDDens:
-        sp[-1] = nDistriDensity(sp[-1]);
+        top = nDistriDensity(top);
         break;
       case opExp:
-        sp[-1] = std::exp(sp[-1]);
+        top = std::exp(top);
         break;
       case opLn:
-        sp[-1] = std::log(sp[-1]);
+        top = std::log(top);
         break;
       case opLg:
-        sp[-1] = lg(sp[-1]);
+        top = lg(top);
         break;
       case opRand:
-        sp[-1] = sp[-1] * Random();
+        top = top * Random();
         break;
       case opFrac:
-        sp[-1] = sp[-1] - std::trunc(sp[-1]);
+        top = top - std::trunc(top);
         break;
       case opInt:
-        sp[-1] = std::trunc(sp[-1]);
+        top = std::trunc(top);
         break;
       case opSum:
       case opMean:
@@ -168,6 +179,8 @@ double TMathExpression::Run(const double* values) const {
       case opMax:
       case opMin:
       case opGauss: {
+        // The arguments, top included, lie together in the stack.
+        *sp++ = top;
         sp -= in.Count;
         double r = 0.0;
         if (in.Op == opSum)
@@ -182,75 +195,48 @@ double TMathExpression::Run(const double* values) const {
           r = ExtremeOf(sp, in.Count, [](double a, double b) { return a < b; });
         else
           r = sp[0] + sp[1] * GRandom();
-        *sp++ = r;
+        top = r;
         break;
       }
-      // Binary operators: the right operand is on top; pop it first.
-      case opAdd:
-        --sp;
-        sp[-1] += sp[0];
-        break;
-      case opSubtract:
-        --sp;
-        sp[-1] -= sp[0];
-        break;
-      case opMultiply:
-        --sp;
-        sp[-1] *= sp[0];
-        break;
-      case opDivide:
-        --sp;
-        sp[-1] /= sp[0];
-        break;
-      case opMod:
-        --sp;
-        sp[-1] = modr(sp[-1], sp[0]);
-        break;
-      case opPower:
-        --sp;
-        sp[-1] = std::pow(sp[-1], sp[0]);
-        break;
-      case opGT:
-        --sp;
-        sp[-1] = Truth(sp[-1] > sp[0]);
-        break;
-      case opGE:
-        --sp;
-        sp[-1] = Truth(sp[-1] >= sp[0]);
-        break;
-      case opLT:
-        --sp;
-        sp[-1] = Truth(sp[-1] < sp[0]);
-        break;
-      case opLE:
-        --sp;
-        sp[-1] = Truth(sp[-1] <= sp[0]);
-        break;
-      case opEQ:
-        --sp;
-        sp[-1] = Truth(sp[-1] == sp[0]);
-        break;
-      case opNE:
-        --sp;
-        sp[-1] = Truth(sp[-1] != sp[0]);
-        break;
-      case opAnd:
-        --sp;
-        sp[-1] = Truth(sp[-1] != 0.0 && sp[0] != 0.0);
-        break;
-      case opOr:
-        --sp;
-        sp[-1] = Truth(sp[-1] != 0.0 || sp[0] != 0.0);
-        break;
-      case opXor:
-        --sp;
-        sp[-1] = Truth((sp[-1] != 0.0) != (sp[0] != 0.0));
-        break;
+      // Binary operators, once for each source of the right operand. The left operand is
+      // the top, or the value below it when the right operand is on the stack too.
+#define QUV_BINARY(OP, EXPRESSION)              \
+  case Key(OP, esStack): {                      \
+    const double a = *--sp, b = top;            \
+    top = EXPRESSION;                           \
+    break;                                      \
+  }                                             \
+  case Key(OP, esNumber): {                     \
+    const double a = top, b = in.Value;         \
+    top = EXPRESSION;                           \
+    break;                                      \
+  }                                             \
+  case Key(OP, esVariable): {                   \
+    const double a = top, b = values[in.Count]; \
+    top = EXPRESSION;                           \
+    break;                                      \
+  }
+        QUV_BINARY(opAdd, a + b)
+        QUV_BINARY(opSubtract, a - b)
+        QUV_BINARY(opMultiply, a * b)
+        QUV_BINARY(opDivide, a / b)
+        QUV_BINARY(opMod, modr(a, b))
+        QUV_BINARY(opPower, std::pow(a, b))
+        QUV_BINARY(opGT, Truth(a > b))
+        QUV_BINARY(opGE, Truth(a >= b))
+        QUV_BINARY(opLT, Truth(a < b))
+        QUV_BINARY(opLE, Truth(a <= b))
+        QUV_BINARY(opEQ, Truth(a == b))
+        QUV_BINARY(opNE, Truth(a != b))
+        QUV_BINARY(opAnd, Truth(a != 0.0 && b != 0.0))
+        QUV_BINARY(opOr, Truth(a != 0.0 || b != 0.0))
+        QUV_BINARY(opXor, Truth((a != 0.0) != (b != 0.0)))
+#undef QUV_BINARY
       default:
         break;  // no other operator reaches a program
     }
   }
-  return sp[-1];
+  return top;
 }
 
 }  // namespace quv

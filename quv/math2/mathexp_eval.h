@@ -64,12 +64,23 @@
 
 namespace quv {
 
-/// One step of a compiled program, which runs on a stack of values.
+/// Where a binary operator finds its right operand.
+enum TExpSource : std::uint8_t {
+  esStack,     ///< on the stack, above the left operand
+  esNumber,    ///< the instruction's Value
+  esVariable,  ///< the variable of index Count
+};
+
+/// One step of a compiled program, which runs on a stack of values. The compiler folds the
+/// push of a number or variable that is the right operand of a binary operator into the
+/// operator (Source), which saves a third of the steps of a typical formula.
 struct TExpInstruction {
   TOperator Op = opNone;
-  /// Variable index (0-based) for opListElem; number of arguments for the list functions.
+  TExpSource Source = esStack;
+  /// Variable index (0-based) for opListElem and esVariable; number of arguments for the
+  /// list functions.
   std::int32_t Count = 0;
-  /// The constant of opNumber.
+  /// The constant of opNumber and esNumber.
   double Value = 0.0;
 };
 

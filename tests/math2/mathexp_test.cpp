@@ -231,6 +231,26 @@ TEST(MathExpression, NumbersBelowTheRangeAreZero) {
   EXPECT_EQ(Eval("4.9e-324"), 4.9e-324);
 }
 
+TEST(MathExpression, RightOperandsFoldIntoTheirOperators) {
+  const TMathExpression e("(x - 1.5) * y + 2 * (x + y)");
+  const std::vector<TExpInstruction>& p = e.Program();
+  // x, -1.5, *y, 2, x, +y, *, +
+  ASSERT_EQ(p.size(), 8u);
+  EXPECT_EQ(p[0].Op, opListElem);
+  EXPECT_EQ(p[1].Op, opSubtract);
+  EXPECT_EQ(p[1].Source, esNumber);
+  EXPECT_EQ(p[1].Value, 1.5);
+  EXPECT_EQ(p[2].Op, opMultiply);
+  EXPECT_EQ(p[2].Source, esVariable);
+  EXPECT_EQ(p[2].Count, 1);
+  EXPECT_EQ(p[3].Op, opNumber);
+  EXPECT_EQ(p[6].Op, opMultiply);
+  EXPECT_EQ(p[6].Source, esStack);
+  EXPECT_EQ(p[7].Op, opAdd);
+  EXPECT_EQ(p[7].Source, esStack);
+  EXPECT_EQ(e.Evaluate(std::vector<double>{2.5, 4}), 4 + 2 * 6.5);
+}
+
 TEST(MathExpression, FixedNamesBindByPosition) {
   TMathExpression e;
   e.Compile("c * 10 + a", {"a", "b", "c"});
