@@ -83,6 +83,14 @@ EvalOptions ParseOptions(const Args& args) {
   return o;
 }
 
+// c1, c2, ... for the 0-based column c; built piecewise, which keeps GCC 12 from a false
+// -Wrestrict warning on "c" + std::to_string(...).
+std::string ColumnAlias(std::size_t c) {
+  std::string alias = "c";
+  alias += std::to_string(c + 1);
+  return alias;
+}
+
 int EvalOnce(const EvalOptions& o, std::ostream& out) {
   quv::TMathExpression e(o.expression);
   for (const auto& [name, value] : o.values)
@@ -114,11 +122,11 @@ int EvalTable(const EvalOptions& o, std::ostream& out) {
   std::vector<std::string> names;
   std::vector<std::string> headings;
   for (std::size_t c = 0; c < cols; ++c) {
-    headings.push_back(file.ColNames ? file.ColNameList[c] : "c" + std::to_string(c + 1));
+    headings.push_back(file.ColNames ? file.ColNameList[c] : ColumnAlias(c));
     if (file.ColNames) names.push_back(file.ColNameList[c]);
   }
   for (std::size_t c = 0; c < cols; ++c)
-    names.push_back("c" + std::to_string(c + 1));
+    names.push_back(ColumnAlias(c));
   quv::TMathExpression e;
   e.Compile(o.expression, names);
 
