@@ -5,6 +5,7 @@
 #include <new>
 
 #include "quv/datatable/datatable_core.h"
+#include "quv/datatable/datatable_xml_draft.h"
 
 namespace quv {
 namespace {

@@ -28,11 +28,13 @@
 
 #include <cstdint>
 #include <iosfwd>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "quv/base/base.h"
+#include "quv/base/xml.h"
 #include "quv/datatable/asc.h"
 #include "quv/datatable/datatable_types.h"
 #include "quv/matrix/matrix.h"
@@ -63,6 +65,8 @@ struct TDTColumnSetup {
 
 /// Everything of a table but its events, name and comment, in the table's own layout (values
 /// and states column by column). Readers fill one and the table takes it over in one step.
+struct TDTXmlDraft;
+
 struct TDTContent {
   std::vector<std::vector<double>> Values;
   std::vector<std::vector<std::uint8_t>> States;
@@ -82,6 +86,7 @@ class TDataTable : public TComponent {
   /// A 1 x 1 table (see above). An allocation failure raises EQUVDataTableError
   /// "Component \"\": failed to initialize (out of memory)".
   explicit TDataTable(TComponent* owner = nullptr);
+  ~TDataTable() override;
 
   TNotifyEvent OnChange;
   TNotifyEvent OnChangeSetup;
@@ -321,6 +326,44 @@ class TDataTable : public TComponent {
   void ExportCSV(const std::string& FileName, const TCSVFormat& Format) const;
   void ExportCSV(std::ostream& Stream, const TCSVFormat& Format) const;
 
+  // ----- XML form (datatable_xml.cpp) -----
+  // One element "datatable" with the attribute id, holding flat elements (see TDTXmlTag):
+  //   <datatable id="...">
+  //     <comment>...</comment> <numcols>C</numcols> <numrows>R</numrows>
+  //     <column ix="2" scale="1" attrib="0" name="Colour"/>   only columns with a setting
+  //     <nomid ix="2" slot="0">red</nomid>                    every used slot
+  //     <row iy="1" attrib="3" name="run 1"/>                  only rows with a setting
+  //     <cell ix="1" iy="1" state="2">21.5</cell>              every cell, column by column
+  //   </datatable>
+  // Numbers are written in their shortest form that reads back exactly.
+
+  /// Writes the table element with identifier DataID, for embedding in another document.
+  void WriteXML(TXmlWriter& Writer, std::string_view DataID) const;
+  /// Writes a whole document: the XML declaration and the table element.
+  void WriteToXMLStream(std::ostream& Stream, std::string_view DataID) const;
+  /// The same into a file; std::ios_base::failure naming the file when it cannot be written.
+  void SaveAsXMLFile(const std::string& FileName, std::string_view DataID) const;
+  /// Handles one tag of a document being read (the handler of ReadXmlTags). "datatable"
+  /// starts a table aside; the other tags fill it in; the closing tag checks it (numcols and
+  /// numrows given, every cell given exactly once) and the table takes it over (OnChange,
+  /// OnResize when the size changed). Returns kXmlTagDone then, kXmlTagGoOn before, and
+  /// kXmlTagInvalid, the table unchanged, at a tag or value it refuses: an unknown tag, a tag
+  /// before "datatable", a size that is not a whole number from 1 on or given twice or after
+  /// the items, an index outside the announced size, a scale beyond stRatio, a slot outside
+  /// 0..150, an identifier longer than 10 or a name longer than 50 characters, a value that
+  /// is not a number. A later column, row or nomid element overrides an earlier one.
+  std::int32_t ProcessXmlTag(const TXmlTag& Tag);
+  /// Reads a document (or the next table element of a stream) through ProcessXmlTag.
+  /// Returns 0 with DataID the identifier of the table read, kDTXmlCutShort, kDTXmlInvalid or
+  /// kDTXmlMalformed; on any status but 0 the table is left as it was.
+  std::int32_t ReadFromXMLStream(std::istream& Stream, std::string& DataID);
+  /// The same from a file; kAscFileNotFound (-8) when it does not exist.
+  std::int32_t LoadFromXMLFile(const std::string& FileName, std::string& DataID);
+  /// Why the last XML read was refused ("" after a table was taken over).
+  const std::string& XmlError() const { return xmlError_; }
+  /// The identifier of the last table taken over from XML.
+  const std::string& XmlDataID() const { return xmlDataID_; }
+
   // ----- change signals -----
 
   /// Fire OnChange, OnChangeSetup, OnChangeNames, OnChangeAttrib, OnChangeCellState.
@@ -371,6 +414,8 @@ class TDataTable : public TComponent {
   TStrArray colNames_, rowNames_;
   TIntArray colAttribs_, rowAttribs_;
   std::string comment_;
+  std::unique_ptr<detail::TDTXmlDraft> xml_;  // the table being read from XML
+  std::string xmlError_, xmlDataID_;
 };
 
 }  // namespace quv

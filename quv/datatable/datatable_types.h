@@ -1,6 +1,7 @@
 // Enumerations, cell-state bits, limits, messages, statuses and event types of the data table.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -55,6 +56,31 @@ inline constexpr std::int32_t kDTBadCSVFormat = -23;
 inline constexpr std::int32_t kDTUnclosedQuote = -24;
 /// The file holds more rows or columns than a table can have (2^31 - 1).
 inline constexpr std::int32_t kDTTooLarge = -25;
+
+/// The document ended before the table's closing tag.
+inline constexpr std::int32_t kDTXmlCutShort = -26;
+/// A tag or value of the XML form that the table does not accept (XmlError() says which).
+inline constexpr std::int32_t kDTXmlInvalid = -27;
+/// Markup that is not XML.
+inline constexpr std::int32_t kDTXmlMalformed = -28;
+
+/// The tags of the table's XML form.
+enum TDTXmlTag : std::uint8_t {
+  xmlDTBegin,      ///< "datatable": opens the table; attribute id
+  xmlDTEnd,        ///< "/datatable": closes it
+  xmlDTComment,    ///< "comment": content the comment
+  xmlDTNumCols,    ///< "numcols": content the number of columns
+  xmlDTNumRows,    ///< "numrows": content the number of rows
+  xmlDTColumn,     ///< "column": attributes ix, scale, attrib, name
+  xmlDTNominalID,  ///< "nomid": attributes ix, slot; content the identifier
+  xmlDTRow,        ///< "row": attributes iy, attrib, name
+  xmlDTCell,       ///< "cell": attributes ix, iy, state (when not 0); content the value
+  xmlDTInvalid     ///< any other tag
+};
+/// Tag texts of TDTXmlTag, in its order.
+inline constexpr std::array<std::string_view, 10> kDTXmlTagTexts = {
+    "datatable", "/datatable", "comment", "numcols", "numrows",
+    "column",    "nomid",      "row",     "cell",    "$invalidtag$"};
 
 /// Position of a cell, both 1-based.
 struct TCellPos {
