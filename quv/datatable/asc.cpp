@@ -19,7 +19,8 @@ bool IsBlank(char c) {
 // Walks the text behind the header: items separated by blanks and line ends, remarks skipped.
 class Cursor {
  public:
-  explicit Cursor(std::string_view text) : p_(text.data()), end_(text.data() + text.size()) {}
+  explicit Cursor(std::string_view text)
+      : begin_(text.data()), p_(text.data()), end_(text.data() + text.size()) {}
 
   void SkipBlanksAndRemarks() {
     while (p_ < end_) {
@@ -43,17 +44,39 @@ class Cursor {
     return {begin, static_cast<std::size_t>(p_ - begin)};
   }
 
-  bool Number(double& x) {
+  // A number; on failure OutOfRange tells whether the item is a number beyond the range of
+  // doubles (such as 1e400 or 1e-330) rather than no number at all.
+  bool Number(double& x, bool* OutOfRange = nullptr) {
     const char* mark = p_;
     std::string_view item = Item();
     if (!item.empty() && item.front() == '+') item.remove_prefix(1);
     const auto [end, ec] = std::from_chars(item.data(), item.data() + item.size(), x);
     if (item.empty() || ec != std::errc() || end != item.data() + item.size()) {
+      if (OutOfRange)
+        *OutOfRange = !item.empty() && ec == std::errc::result_out_of_range &&
+                      end == item.data() + item.size();
       p_ = mark;
       return false;
     }
     return true;
   }
+
+  // The next item as written, for messages: a quoted name with its quotes, or the characters
+  // up to a blank or a remark. The cursor does not move.
+  std::string_view Peek() {
+    SkipBlanksAndRemarks();
+    const char* e = p_;
+    if (e < end_ && *e == '"') {
+      const char* close = std::find(e + 1, end_, '"');
+      e = close < end_ ? close + 1 : end_;
+    } else {
+      while (e < end_ && !IsBlank(*e) && *e != ';')
+        ++e;
+    }
+    return {p_, static_cast<std::size_t>(e - p_)};
+  }
+
+  std::size_t Offset() const { return static_cast<std::size_t>(p_ - begin_); }
 
   bool Integer(std::int64_t lo, std::int64_t hi, std::int64_t& v) {
     const char* mark = p_;
@@ -100,6 +123,7 @@ class Cursor {
   bool AtEnd() const { return p_ >= end_; }
 
  private:
+  const char* begin_;
   const char* p_;
   const char* end_;
 };
@@ -177,6 +201,153 @@ std::string ReadRest(std::istream& stream) {
   while (stream.read(block, sizeof block) || stream.gcount() > 0)
     text.append(block, static_cast<std::size_t>(stream.gcount()));
   return text;
+}
+
+// Line number of a position in the text behind the header (which begins on line 5).
+std::int32_t LineAt(std::string_view body, std::size_t offset) {
+  const auto breaks =
+      std::count(body.begin(), body.begin() + static_cast<std::ptrdiff_t>(offset), '\n');
+  return static_cast<std::int32_t>(std::min<std::ptrdiff_t>(breaks + 5, uc_MaxInt));
+}
+
+// Items on one line of the data block: quoted names count as one item, a remark ends the line.
+std::int32_t ItemsOnLine(std::string_view line) {
+  std::int32_t items = 0;
+  std::size_t i = 0;
+  while (i < line.size()) {
+    if (IsBlank(line[i])) {
+      ++i;
+    } else if (line[i] == ';') {
+      break;
+    } else if (line[i] == '"') {
+      const std::size_t close = line.find('"', i + 1);
+      i = close == std::string_view::npos ? line.size() : close + 1;
+      ++items;
+    } else {
+      while (i < line.size() && !IsBlank(line[i]) && line[i] != ';' && line[i] != '"')
+        ++i;
+      ++items;
+    }
+  }
+  return items;
+}
+
+// Lists the lines of body[from, to) that hold items but not exactly perRow of them. A line
+// that runs past `to` was not read in full and is left to the caller's other findings.
+void FindOddLines(std::string_view body, std::size_t from, std::size_t to, std::int32_t perRow,
+                  TASCReadReport& report) {
+  std::int32_t line = LineAt(body, from);
+  std::size_t p = from;
+  while (p < to) {
+    const std::size_t eol = std::min(body.find('\n', p), body.size());
+    if (eol >= to && to < body.size()) break;
+    const std::int32_t items = ItemsOnLine(body.substr(p, eol - p));
+    if (items != 0 && items != perRow) {
+      if (report.OddLines.size() < kAscMaxOddLines) report.OddLines.emplace_back(line, items);
+      ++report.OddLineCount;
+    }
+    p = eol + 1;
+    ++line;
+  }
+}
+
+std::int32_t ReadASCBody(std::istream& Stream, TASCFile& File, TASCReadReport* Report,
+                         std::int32_t MaxCols) {
+  TASCFile f;
+  std::int32_t flagWords = 0;
+  const std::int32_t status = ReadHeaderOfASC(Stream, f.Comment, f.NrCols, f.NrRows, f.RowAttrib,
+                                              f.ColNames, f.RowNames, f.NominalVars, flagWords);
+  if (status != kAscHeaderOk) return status;
+  f.NominalFlag = flagWords == 4;
+  if (MaxCols > 0 && f.NrCols > MaxCols) return kAscTooManyColumns;
+
+  const std::string body = ReadRest(Stream);
+  Cursor cursor(body);
+  const auto cols = static_cast<std::size_t>(f.NrCols);
+  // Every list grows with what is read: a header may declare far more than the file holds.
+  if (f.ColNames) {
+    for (std::size_t c = 0; c < cols; ++c) {
+      std::string name;
+      if (!cursor.SkipToQuoted(name)) return kAscBadAnnotation;
+      f.ColNameList.push_back(std::move(name));
+    }
+    std::string_view restOfLine;
+    cursor.Line(restOfLine);
+  }
+  if (f.NominalVars) {
+    for (std::size_t c = 0; c < cols; ++c) {
+      std::string_view line;
+      TASCNominalColumn column;
+      if (!cursor.Line(line) || !ParseNominalLine(line, column)) return kAscBadAnnotation;
+      f.NominalList.push_back(std::move(column));
+    }
+  }
+  const std::size_t dataStart = cursor.Offset();
+  TASCReadReport report;
+  // Records why the row begun at rowStart could not be completed; `reason` empty means the
+  // file ended.
+  const auto stop = [&](std::size_t rowStart, std::size_t itemsRead, const char* reason) {
+    if (!Report) return;
+    report.ItemsDropped = static_cast<std::int32_t>(itemsRead);
+    const std::string_view item = cursor.Peek();
+    if (cursor.AtEnd()) {
+      report.Stop = ascStopEndOfFile;
+      if (itemsRead > 0) report.StopLine = LineAt(body, rowStart);
+    } else {
+      report.Stop = ascStopBadItem;
+      report.StopLine = LineAt(body, cursor.Offset());
+      report.StopItem = item.substr(0, 40);
+      report.StopReason = reason;
+    }
+  };
+  // A value takes at least two characters (digit and separator): that bounds the reservation.
+  const std::size_t declared = static_cast<std::size_t>(f.NrRows) * cols;
+  f.Values.reserve(std::min(declared, body.size() / 2 + 1));
+  for (std::int32_t r = 0; r < f.NrRows; ++r) {
+    std::string name;
+    std::int64_t attrib = 0;
+    cursor.SkipBlanksAndRemarks();
+    const std::size_t rowStart = cursor.Offset();
+    if (f.RowNames && !cursor.Quoted(name)) {
+      stop(rowStart, 0, "a row name in double quotes was expected");
+      break;
+    }
+    if (f.RowAttrib && !cursor.Integer(uc_MinInt, uc_MaxInt, attrib)) {
+      stop(rowStart, f.RowNames ? 1 : 0, "a whole number (the row attribute) was expected");
+      break;
+    }
+    const std::size_t valueStart = f.Values.size();
+    bool complete = true;
+    for (std::size_t c = 0; c < cols && complete; ++c) {
+      double x = 0.0;
+      bool outOfRange = false;
+      complete = cursor.Number(x, Report ? &outOfRange : nullptr);
+      if (complete) {
+        f.Values.push_back(x);
+      } else {
+        const std::size_t itemsRead = c + (f.RowNames ? 1 : 0) + (f.RowAttrib ? 1 : 0);
+        stop(rowStart, itemsRead,
+             outOfRange ? "the number is beyond the range of double precision" : "not a number");
+      }
+    }
+    if (!complete) {
+      f.Values.resize(valueStart);
+      break;
+    }
+    if (f.RowNames) f.RowNameList.push_back(std::move(name));
+    if (f.RowAttrib) f.RowAttribList.push_back(static_cast<std::int32_t>(attrib));
+  }
+  if (Report) {
+    cursor.SkipBlanksAndRemarks();
+    if (report.Stop == ascStopComplete && !cursor.AtEnd())
+      report.DataAfterLine = LineAt(body, cursor.Offset());
+    const auto perRow =
+        static_cast<std::int32_t>(cols) + (f.RowNames ? 1 : 0) + (f.RowAttrib ? 1 : 0);
+    FindOddLines(body, dataStart, cursor.Offset(), perRow, report);
+    *Report = std::move(report);
+  }
+  File = std::move(f);
+  return kAscHeaderOk;
 }
 
 }  // namespace
@@ -264,67 +435,34 @@ void WriteASCFile(const std::string& FileName, const TASCFile& File,
 }
 
 std::int32_t ReadASC(std::istream& Stream, TASCFile& File, std::int32_t MaxCols) {
-  TASCFile f;
-  std::int32_t flagWords = 0;
-  const std::int32_t status = ReadHeaderOfASC(Stream, f.Comment, f.NrCols, f.NrRows, f.RowAttrib,
-                                              f.ColNames, f.RowNames, f.NominalVars, flagWords);
-  if (status != kAscHeaderOk) return status;
-  f.NominalFlag = flagWords == 4;
-  if (MaxCols > 0 && f.NrCols > MaxCols) return kAscTooManyColumns;
-
-  const std::string body = ReadRest(Stream);
-  Cursor cursor(body);
-  const auto cols = static_cast<std::size_t>(f.NrCols);
-  // Every list grows with what is read: a header may declare far more than the file holds.
-  if (f.ColNames) {
-    for (std::size_t c = 0; c < cols; ++c) {
-      std::string name;
-      if (!cursor.SkipToQuoted(name)) return kAscBadAnnotation;
-      f.ColNameList.push_back(std::move(name));
-    }
-    std::string_view restOfLine;
-    cursor.Line(restOfLine);
-  }
-  if (f.NominalVars) {
-    for (std::size_t c = 0; c < cols; ++c) {
-      std::string_view line;
-      TASCNominalColumn column;
-      if (!cursor.Line(line) || !ParseNominalLine(line, column)) return kAscBadAnnotation;
-      f.NominalList.push_back(std::move(column));
-    }
-  }
-  // A value takes at least two characters (digit and separator): that bounds the reservation.
-  const std::size_t declared = static_cast<std::size_t>(f.NrRows) * cols;
-  f.Values.reserve(std::min(declared, body.size() / 2 + 1));
-  for (std::int32_t r = 0; r < f.NrRows; ++r) {
-    std::string name;
-    std::int64_t attrib = 0;
-    if (f.RowNames && !cursor.Quoted(name)) break;
-    if (f.RowAttrib && !cursor.Integer(uc_MinInt, uc_MaxInt, attrib)) break;
-    const std::size_t rowStart = f.Values.size();
-    bool complete = true;
-    for (std::size_t c = 0; c < cols && complete; ++c) {
-      double x = 0.0;
-      complete = cursor.Number(x);
-      if (complete) f.Values.push_back(x);
-    }
-    if (!complete) {
-      f.Values.resize(rowStart);
-      break;
-    }
-    if (f.RowNames) f.RowNameList.push_back(std::move(name));
-    if (f.RowAttrib) f.RowAttribList.push_back(static_cast<std::int32_t>(attrib));
-  }
-  File = std::move(f);
-  return kAscHeaderOk;
+  return ReadASCBody(Stream, File, nullptr, MaxCols);
 }
 
-std::int32_t ReadASCFile(const std::string& FileName, TASCFile& File, std::int32_t MaxCols) {
+std::int32_t ReadASC(std::istream& Stream, TASCFile& File, TASCReadReport& Report,
+                     std::int32_t MaxCols) {
+  return ReadASCBody(Stream, File, &Report, MaxCols);
+}
+
+namespace {
+
+std::int32_t ReadASCFileBody(const std::string& FileName, TASCFile& File, TASCReadReport* Report,
+                             std::int32_t MaxCols) {
   std::error_code ec;
   if (!std::filesystem::is_regular_file(FileName, ec)) return kAscFileNotFound;
   std::ifstream file(FileName, std::ios::binary);
   if (!file) return kAscFileNotFound;
-  return ReadASC(file, File, MaxCols);
+  return ReadASCBody(file, File, Report, MaxCols);
+}
+
+}  // namespace
+
+std::int32_t ReadASCFile(const std::string& FileName, TASCFile& File, std::int32_t MaxCols) {
+  return ReadASCFileBody(FileName, File, nullptr, MaxCols);
+}
+
+std::int32_t ReadASCFile(const std::string& FileName, TASCFile& File, TASCReadReport& Report,
+                         std::int32_t MaxCols) {
+  return ReadASCFileBody(FileName, File, &Report, MaxCols);
 }
 
 }  // namespace quv

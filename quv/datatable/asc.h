@@ -22,7 +22,9 @@
 // contain ";"). Readers take the data as a stream of items separated by blanks, TABs and line
 // ends, so a row may also be spread over several lines. Reading stops at the first item that
 // is not what the layout expects; only complete rows count, so a file that holds fewer rows
-// than it declares yields the rows it holds (no error).
+// than it declares yields the rows it holds (no error status). A TASCReadReport tells the
+// caller where and why reading stopped and which lines held an unexpected number of items,
+// so that a program can warn about data it did not use.
 #pragma once
 
 #include <cstdint>
@@ -86,6 +88,41 @@ struct TASCFile {
   double Value(std::int32_t col, std::int32_t row) const;
 };
 
+/// Why the reader stopped taking data rows.
+enum TASCStop : std::uint8_t {
+  ascStopComplete,   ///< every declared row was read
+  ascStopEndOfFile,  ///< the file ended before the declared rows were complete
+  ascStopBadItem,    ///< an item was not what the layout expects at its place
+};
+
+/// What the reader met in the data block beyond the rows it returns. Line numbers count the
+/// lines of the file from 1 (the comment line).
+struct TASCReadReport {
+  TASCStop Stop = ascStopComplete;
+  /// Line of the refused item (ascStopBadItem) or of the first item of a row cut off by the
+  /// end of the file (ascStopEndOfFile with ItemsDropped > 0); 0 otherwise.
+  std::int32_t StopLine = 0;
+  std::string StopItem;    ///< the refused item as written (at most 40 characters)
+  std::string StopReason;  ///< why it was refused, e.g. "not a number"
+  /// Items of the incomplete row at which reading stopped; they are not in Values.
+  std::int32_t ItemsDropped = 0;
+  /// Lines read in full whose number of items differs from the items of one row (row name,
+  /// row attribute and NrCols values), as (line, items); the first kAscMaxOddLines of them.
+  std::vector<std::pair<std::int32_t, std::int32_t>> OddLines;
+  std::int32_t OddLineCount = 0;  ///< all such lines, also those beyond the list
+  /// Line of the first item after the last declared row (not read); 0 when there is none.
+  std::int32_t DataAfterLine = 0;
+
+  /// True when the file held data that did not reach the caller's rows: a cut or refused
+  /// row, data after the declared rows, or lines whose items may have shifted columns.
+  bool DataSkipped() const {
+    return Stop != ascStopComplete || DataAfterLine > 0 || OddLineCount > 0;
+  }
+};
+
+/// Lines listed in TASCReadReport::OddLines at most.
+inline constexpr std::size_t kAscMaxOddLines = 100;
+
 /// How values are written: strff(x, Width, Decimals), or as whole numbers when Integers.
 struct TASCNumberFormat {
   std::int32_t Width = 12;
@@ -112,8 +149,14 @@ void WriteASCFile(const std::string& FileName, const TASCFile& File,
 /// of ReadHeaderOfASC, kAscBadAnnotation or kAscTooManyColumns. Memory grows with what is
 /// actually read, never with what the header declares; at most NrRows rows are read.
 std::int32_t ReadASC(std::istream& Stream, TASCFile& File, std::int32_t MaxCols = 0);
-/// The same from a file; kAscFileNotFound (-8) when it does not exist. File is assigned only
-/// on success.
+/// The same, and Report says what the data block held beyond the rows read (assigned on
+/// success only).
+std::int32_t ReadASC(std::istream& Stream, TASCFile& File, TASCReadReport& Report,
+                     std::int32_t MaxCols = 0);
+/// The same from a file; kAscFileNotFound (-8) when it does not exist or is not a regular
+/// file. File is assigned only on success.
 std::int32_t ReadASCFile(const std::string& FileName, TASCFile& File, std::int32_t MaxCols = 0);
+std::int32_t ReadASCFile(const std::string& FileName, TASCFile& File, TASCReadReport& Report,
+                         std::int32_t MaxCols = 0);
 
 }  // namespace quv

@@ -5,6 +5,8 @@
 #include <iterator>
 #include <sstream>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "quv/datatable/datatable.h"
 
@@ -184,3 +186,85 @@ TEST(ASCWriter, CommentLine) {
 }
 
 }  // namespace
+
+// What the reader reports beyond the rows it returns: where and why it stopped, and the lines
+// that do not hold one row each.
+TEST(ASCReader, ReportsWhereAndWhyReadingStopped) {
+  using Lines = std::vector<std::pair<std::int32_t, std::int32_t>>;
+  struct Case {
+    const char* text;
+    std::int32_t rows;
+    quv::TASCStop stop;
+    std::int32_t stopLine;
+    const char* item;
+    const char* reason;
+    std::int32_t dropped;
+    Lines odd;
+    std::int32_t after;
+  };
+  const std::string head2 = "c\n2\n4\nFALSE FALSE FALSE FALSE\n";
+  const std::string names = "c\n2\n3\nFALSE FALSE TRUE FALSE\n";
+  const char* nan = "not a number";
+  const char* range = "the number is beyond the range of double precision";
+  const Case cases[] = {
+      {"1 2\n3 4\n5 6\n7 8\n", 4, quv::ascStopComplete, 0, "", "", 0, {}, 0},
+      {"1 2\n3 4\nNA 6\n7 8\n", 2, quv::ascStopBadItem, 7, "NA", nan, 0, {}, 0},
+      {"1 2\n3 1e400\n", 1, quv::ascStopBadItem, 6, "1e400", range, 1, {}, 0},
+      {"1 2 ; ok\n\n3 1e-330\n", 1, quv::ascStopBadItem, 7, "1e-330", range, 1, {}, 0},
+      {"1 2\n1D3 4\n", 1, quv::ascStopBadItem, 6, "1D3", nan, 0, {}, 0},
+      // A missing value shifts the rest: the short line is named, the last row is cut off.
+      {"1 2\n3\n5 6\n7 8\n", 3, quv::ascStopEndOfFile, 8, "", "", 1, {{6, 1}}, 0},
+      {"1 2\n3 4\n", 2, quv::ascStopEndOfFile, 0, "", "", 0, {}, 0},
+      {"1 2\n3 4 5\n6 7\n8 9\n", 4, quv::ascStopComplete, 0, "", "", 0, {{6, 3}}, 8},
+      {"1 2\n3 4\n5 6\n7 8\n9 10\n", 4, quv::ascStopComplete, 0, "", "", 0, {}, 9},
+  };
+  for (const Case& c : cases) {
+    std::istringstream in(head2 + c.text);
+    quv::TASCFile f;
+    quv::TASCReadReport r;
+    ASSERT_EQ(quv::ReadASC(in, f, r), 0) << c.text;
+    EXPECT_EQ(f.RowsRead(), c.rows) << c.text;
+    EXPECT_EQ(r.Stop, c.stop) << c.text;
+    EXPECT_EQ(r.StopLine, c.stopLine) << c.text;
+    EXPECT_EQ(r.StopItem, c.item) << c.text;
+    EXPECT_EQ(r.StopReason, c.reason) << c.text;
+    EXPECT_EQ(r.ItemsDropped, c.dropped) << c.text;
+    EXPECT_EQ(r.OddLines, c.odd) << c.text;
+    EXPECT_EQ(r.OddLineCount, static_cast<std::int32_t>(c.odd.size())) << c.text;
+    EXPECT_EQ(r.DataAfterLine, c.after) << c.text;
+    EXPECT_EQ(r.DataSkipped(), c.stop != quv::ascStopComplete || c.after || !c.odd.empty());
+  }
+
+  // Row names: a missing name and a name without its values are told apart.
+  std::istringstream noName(names + "\"a\" 1 2\nb 3 4\n");
+  quv::TASCFile f;
+  quv::TASCReadReport r;
+  ASSERT_EQ(quv::ReadASC(noName, f, r), 0);
+  EXPECT_EQ(r.Stop, quv::ascStopBadItem);
+  EXPECT_EQ(r.StopLine, 6);
+  EXPECT_EQ(r.StopItem, "b");
+  EXPECT_EQ(r.StopReason, "a row name in double quotes was expected");
+  std::istringstream cut(names + "\"a; x\" 1 2\n\"b\" \"c\" 5 6\n");
+  ASSERT_EQ(quv::ReadASC(cut, f, r), 0);
+  EXPECT_EQ(r.StopItem, "\"c\"");
+  EXPECT_EQ(r.ItemsDropped, 1);
+  EXPECT_EQ(r.OddLineCount, 0);  // the quoted ";" is no remark
+
+  // Annotation blocks are skipped in the line count, which starts at the top of the file.
+  quv::TASCFile full;
+  ASSERT_EQ(quv::ReadASCFile(DataFile("asc_full.asc"), full, r), 0);
+  EXPECT_FALSE(r.DataSkipped());
+  ASSERT_EQ(quv::ReadASCFile(DataFile("vector_bad_data.asc"), full, r), 0);
+  EXPECT_EQ(r.Stop, quv::ascStopBadItem);
+
+  // Only the first lines are listed; the count goes on.
+  std::string many = "c\n1\n500\nFALSE FALSE FALSE FALSE\n";
+  for (int i = 0; i < 250; ++i)
+    many += "1 2\n";
+  std::istringstream manyIn(many);
+  ASSERT_EQ(quv::ReadASC(manyIn, f, r), 0);
+  EXPECT_EQ(r.OddLines.size(), quv::kAscMaxOddLines);
+  EXPECT_EQ(r.OddLineCount, 250);
+  EXPECT_EQ(r.OddLines.front(), (std::pair<std::int32_t, std::int32_t>{5, 2}));
+  EXPECT_EQ(r.Stop, quv::ascStopComplete);
+}
