@@ -56,7 +56,13 @@ int main(int argc, char** argv) {
       return 0;
     }
     try {
-      return c.run(args, std::cout);
+      const int status = c.run(args, std::cout);
+      // A full disk or a closed pipe must not pass for success.
+      if (!std::cout.flush()) {
+        std::cerr << "quvmath " << c.name << ": writing the output failed\n";
+        return quvmath::kExitFailure;
+      }
+      return status;
     } catch (const quvmath::UsageError& e) {
       std::cerr << "quvmath " << c.name << ": " << e.message << "\n"
                 << "Run 'quvmath " << c.name << " --help' for usage.\n";
