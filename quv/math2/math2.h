@@ -6,5 +6,6 @@
 #include "quv/math2/curvefit.h"
 #include "quv/math2/mathexp.h"
 #include "quv/math2/mathexp_eval.h"
+#include "quv/math2/polygon.h"
 #include "quv/math2/savgol.h"
 #include "quv/math2/smoothing.h"
