@@ -4,6 +4,7 @@
 #pragma once
 
 #include "quv/math2/curvefit.h"
+#include "quv/math2/filters.h"
 #include "quv/math2/mathexp.h"
 #include "quv/math2/mathexp_eval.h"
 #include "quv/math2/polygon.h"
