@@ -121,6 +121,9 @@ extern const std::string_view kEncodeHelp;
 int RunEval(const Args& args, std::ostream& out);
 extern const std::string_view kEvalHelp;
 
+int RunSmooth(const Args& args, std::ostream& out);
+extern const std::string_view kSmoothHelp;
+
 int RunStats(const Args& args, std::ostream& out);
 extern const std::string_view kStatsHelp;
 
