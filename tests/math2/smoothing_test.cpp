@@ -36,33 +36,37 @@ std::vector<double> Cubic(int n) {
   return y;
 }
 
-struct MessageSet {
-  const char* name;
-  Smoother run;
+// The texts after "<Function>: " in the order the checks raise them.
+struct Texts {
   const char* range;
   const char* outOfRange;
   const char* even;
 };
 
+constexpr Texts kWindowTexts{
+    "specified range for smoothing is smaller than the length of the smoothing windows",
+    "length of smoothing window is out of range", "length of smoothing window must be odd"};
+constexpr Texts kPolynomialTexts{
+    "specified range for smoothing is smaller than the length of the polynomial",
+    "length of polynomial is out of range", "length of polynomial must be odd"};
+// FirstDeriv alone speaks of "calculation".
+constexpr Texts kFirstDerivTexts{
+    "specified range for calculation is smaller than the length of the polynomial",
+    "length of polynomial is out of range", "length of polynomial must be odd"};
+
+struct MessageSet {
+  const char* name;
+  Smoother run;
+  Texts texts;
+};
+
 const MessageSet kSets[] = {
-    {"MovingAverageSmooth", quv::MovingAverageSmooth,
-     "specified range for smoothing is smaller than the length of the smoothing windows",
-     "length of smoothing window is out of range", "length of smoothing window must be odd"},
-    {"MovingMedianSmooth", quv::MovingMedianSmooth,
-     "specified range for smoothing is smaller than the length of the smoothing windows",
-     "length of smoothing window is out of range", "length of smoothing window must be odd"},
-    {"WeightedAverageSmooth", quv::WeightedAverageSmooth,
-     "specified range for smoothing is smaller than the length of the smoothing windows",
-     "length of smoothing window is out of range", "length of smoothing window must be odd"},
-    {"PolynomialSmooth", quv::PolynomialSmooth,
-     "specified range for smoothing is smaller than the length of the polynomial",
-     "length of polynomial is out of range", "length of polynomial must be odd"},
-    {"SecondDeriv", quv::SecondDeriv,
-     "specified range for smoothing is smaller than the length of the polynomial",
-     "length of polynomial is out of range", "length of polynomial must be odd"},
-    {"FirstDeriv", quv::FirstDeriv,
-     "specified range for calculation is smaller than the length of the polynomial",
-     "length of polynomial is out of range", "length of polynomial must be odd"},
+    {"MovingAverageSmooth", quv::MovingAverageSmooth, kWindowTexts},
+    {"MovingMedianSmooth", quv::MovingMedianSmooth, kWindowTexts},
+    {"WeightedAverageSmooth", quv::WeightedAverageSmooth, kWindowTexts},
+    {"PolynomialSmooth", quv::PolynomialSmooth, kPolynomialTexts},
+    {"SecondDeriv", quv::SecondDeriv, kPolynomialTexts},
+    {"FirstDeriv", quv::FirstDeriv, kFirstDerivTexts},
 };
 
 TEST(Smoothers, MessagesInTheirOrder) {
@@ -78,13 +82,13 @@ TEST(Smoothers, MessagesInTheirOrder) {
     EXPECT_EQ(msg(nullptr, 1, 7, 3, &dst), name + ": either SourceVec or DestVec is undefined");
     EXPECT_EQ(msg(&src, 1, 7, 3, nullptr), name + ": either SourceVec or DestVec is undefined");
     // Last - First = Len - 1 is too short; the range check comes before the window checks.
-    EXPECT_EQ(msg(&src, 1, 4, 4, &dst), name + ": " + set.range);
-    EXPECT_EQ(msg(&src, 1, 7, 8, &dst), name + ": " + set.range);
+    EXPECT_EQ(msg(&src, 1, 4, 4, &dst), name + ": " + set.texts.range);
+    EXPECT_EQ(msg(&src, 1, 7, 8, &dst), name + ": " + set.texts.range);
     // Clamping: 0..99 becomes 1..7, which holds Len = 6 + 1 elements but not 7 + 1.
-    EXPECT_EQ(msg(&src, 0, 99, 7, &dst), name + ": " + set.range);
-    EXPECT_EQ(msg(&src, 1, 7, 1, &dst), name + ": " + set.outOfRange);
-    EXPECT_EQ(msg(&src, 1, 7, -5, &dst), name + ": " + set.outOfRange);
-    EXPECT_EQ(msg(&src, 1, 7, 4, &dst), name + ": " + set.even);
+    EXPECT_EQ(msg(&src, 0, 99, 7, &dst), name + ": " + set.texts.range);
+    EXPECT_EQ(msg(&src, 1, 7, 1, &dst), name + ": " + set.texts.outOfRange);
+    EXPECT_EQ(msg(&src, 1, 7, -5, &dst), name + ": " + set.texts.outOfRange);
+    EXPECT_EQ(msg(&src, 1, 7, 4, &dst), name + ": " + set.texts.even);
     EXPECT_EQ(msg(&src, 1, 7, 3, &dst), quv::test::kNothingRaised);
   }
 }

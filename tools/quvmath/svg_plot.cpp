@@ -8,6 +8,7 @@
 #include <stdexcept>
 
 #include "commands.h"
+#include "quv/base/xml.h"
 
 namespace quvmath {
 
@@ -15,29 +16,6 @@ namespace {
 
 constexpr double kWidth = 800, kHeight = 450;
 constexpr double kLeft = 70, kRight = 20, kTop = 40, kBottom = 50;
-
-std::string Escape(const std::string& text) {
-  std::string out;
-  for (const char c : text) {
-    switch (c) {
-      case '&':
-        out += "&amp;";
-        break;
-      case '<':
-        out += "&lt;";
-        break;
-      case '>':
-        out += "&gt;";
-        break;
-      case '"':
-        out += "&quot;";
-        break;
-      default:
-        out += c;
-    }
-  }
-  return out;
-}
 
 // Smallest and largest finite value, widened a little when they coincide.
 void Bounds(const std::vector<double>& v, double& lo, double& hi) {
@@ -70,7 +48,7 @@ void WriteSvgPlot(const std::string& path, const std::string& title, const std::
       << "\" font-family=\"sans-serif\" font-size=\"12\">\n"
       << "<rect width=\"100%\" height=\"100%\" fill=\"white\"/>\n"
       << "<text x=\"" << kWidth / 2 << "\" y=\"24\" text-anchor=\"middle\" font-size=\"15\">"
-      << Escape(title) << "</text>\n"
+      << quv::XmlEscape(title) << "</text>\n"
       << "<rect x=\"" << kLeft << "\" y=\"" << kTop << "\" width=\"" << pw << "\" height=\"" << ph
       << "\" fill=\"none\" stroke=\"black\"/>\n";
   for (int t = 0; t <= 4; ++t) {
@@ -82,7 +60,8 @@ void WriteSvgPlot(const std::string& path, const std::string& title, const std::
   }
   for (std::size_t k = 0; k < series.size(); ++k) {
     const PlotSeries& s = series[k];
-    svg << "<path fill=\"none\" stroke=\"" << Escape(s.colour) << "\" stroke-width=\"1.2\" d=\"";
+    svg << "<path fill=\"none\" stroke=\"" << quv::XmlEscape(s.colour)
+        << "\" stroke-width=\"1.2\" d=\"";
     bool pen = false;
     for (std::size_t i = 0; i < x.size() && i < s.y.size(); ++i) {
       if (!std::isfinite(x[i]) || !std::isfinite(s.y[i])) {
@@ -95,8 +74,10 @@ void WriteSvgPlot(const std::string& path, const std::string& title, const std::
     svg << "\"/>\n";
     const double ly = kTop + 16 + 16 * static_cast<double>(k);
     svg << "<line x1=\"" << kLeft + 10 << "\" y1=\"" << ly - 4 << "\" x2=\"" << kLeft + 34
-        << "\" y2=\"" << ly - 4 << "\" stroke=\"" << Escape(s.colour) << "\" stroke-width=\"2\"/>"
-        << "<text x=\"" << kLeft + 40 << "\" y=\"" << ly << "\">" << Escape(s.label) << "</text>\n";
+        << "\" y2=\"" << ly - 4 << "\" stroke=\"" << quv::XmlEscape(s.colour)
+        << "\" stroke-width=\"2\"/>"
+        << "<text x=\"" << kLeft + 40 << "\" y=\"" << ly << "\">" << quv::XmlEscape(s.label)
+        << "</text>\n";
   }
   svg << "</svg>\n";
   std::ofstream out(path, std::ios::binary);
