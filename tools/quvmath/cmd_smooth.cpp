@@ -20,7 +20,7 @@ namespace quvmath {
 
 const std::string_view kSmoothHelp =
     "usage: quvmath smooth [FILE.asc|FILE.csv] [--method NAME] [--window N] [--column N]\n"
-    "                      [--plot OUT.svg]\n"
+    "                      [--plot OUT.svg] [--lenient]\n"
     "\n"
     "Smooths one column of a data file and writes the result to standard output in the\n"
     "format of the input (an ASC file of one column, or CSV with a heading). The window is\n"
@@ -35,10 +35,12 @@ const std::string_view kSmoothHelp =
     "  --window N     odd window length, at least 3, shorter than the data (default 5)\n"
     "  --column N     the column to smooth, counted from 1 (default 1)\n"
     "  --plot OUT     also draws the raw and the smoothed column into an SVG file\n"
+    "  --lenient      exit 0 even when input was skipped (the warnings still appear)\n"
     "\n"
     "A CSV file is read as comma-separated values; its first line is a heading when the\n"
     "chosen field is not a number there. Lines whose field is missing or not a number are\n"
-    "skipped with a warning naming the line. Results carry 10 significant digits.\n"
+    "skipped with a warning naming the line, as is whatever the ASC reader could not use;\n"
+    "then the exit status is 1 unless --lenient. Results carry 10 significant digits.\n"
     "Without FILE the bundled sample examples/data/sample.asc is used.\n";
 
 namespace {
@@ -69,13 +71,6 @@ struct Column {
   bool csv = false;
 };
 
-std::int32_t ParseCount(const std::string& option, const std::string& text) {
-  const double v = ParseNumber(text);
-  if (!(v >= 1 && v <= 1e9) || v != std::floor(v))
-    throw UsageError{option + " needs a whole number of at least 1, not \"" + text + "\""};
-  return static_cast<std::int32_t>(v);
-}
-
 bool EndsWithCsv(const std::string& path) {
   if (path.size() < 4) return false;
   std::string ext = path.substr(path.size() - 4);
@@ -99,7 +94,7 @@ bool ParseField(const std::string& text, double& value) {
   return end == t.c_str() + t.size() && std::isfinite(value);
 }
 
-Column ReadCsvColumn(const std::string& path, std::int32_t col) {
+Column ReadCsvColumn(const std::string& path, std::int32_t col, bool& skipped) {
   std::ifstream in(path);
   if (!in) throw std::runtime_error(path + ": file not found");
   Column c;
@@ -119,7 +114,8 @@ Column ReadCsvColumn(const std::string& path, std::int32_t col) {
     } else if (nr == 1 && ix < fields.size()) {
       c.name = Trim(fields[ix]);
     } else {
-      std::cerr << "quvmath smooth: warning: " << path << " line " << nr << " skipped: "
+      skipped = true;
+      std::cerr << "quvmath: " << path << ":" << nr << ": warning: line skipped: "
                 << (ix < fields.size() ? "field " + std::to_string(col) + " is not a number"
                                        : "it has no field " + std::to_string(col))
                 << '\n';
@@ -128,27 +124,17 @@ Column ReadCsvColumn(const std::string& path, std::int32_t col) {
   return c;
 }
 
-Column ReadAscColumn(const std::string& path, std::int32_t col) {
-  quv::TASCFile file;
-  const std::int32_t status = quv::ReadASCFile(path, file);
-  if (status == quv::kAscFileNotFound) throw std::runtime_error(path + ": file not found");
-  if (status != quv::kAscHeaderOk)
-    throw std::runtime_error(path + ": unreadable ASC file (status " + std::to_string(status) +
-                             ")");
+Column ReadAscColumn(const std::string& path, std::int32_t col, bool& skipped) {
+  const DataFile data = ReadDataFile(path);
+  skipped = WarnSkippedData(data, std::cerr);
+  const quv::TASCFile& file = data.file;
   if (col > file.NrCols)
-    throw std::runtime_error(path + ": there is no column " + std::to_string(col) +
+    throw std::runtime_error(data.name + ": there is no column " + std::to_string(col) +
                              " (the file has " + std::to_string(file.NrCols) + ")");
-  const std::int32_t rows = file.RowsRead();
-  if (rows < file.NrRows) {
-    // Rows follow the header (4 lines), the names line and one line per nominal column.
-    const long first = 5 + (file.ColNames ? 1 : 0) + (file.NominalVars ? file.NrCols : 0);
-    std::cerr << "quvmath smooth: warning: " << path << ": reading stopped at line " << first + rows
-              << "; the header declares " << file.NrRows << " rows, " << rows << " were read\n";
-  }
   Column c;
   c.name = file.ColNames ? file.ColNameList[static_cast<std::size_t>(col - 1)]
                          : "column " + std::to_string(col);
-  for (std::int32_t r = 1; r <= rows; ++r)
+  for (std::int32_t r = 1; r <= file.RowsRead(); ++r)
     c.values.push_back(file.Value(col, r));
   return c;
 }
@@ -166,36 +152,27 @@ std::int32_t DecimalsFor(const quv::TDoubleArray& v) {
 }  // namespace
 
 int RunSmooth(const Args& args, std::ostream& out) {
-  std::string path, method = "average", plot;
-  std::int32_t window = 5, column = 1;
-  for (std::size_t i = 0; i < args.size(); ++i) {
-    const std::string& a = args[i];
-    auto value = [&]() -> const std::string& {
-      if (i + 1 >= args.size()) throw UsageError{a + " needs a value"};
-      return args[++i];
-    };
-    if (a == "--method") {
-      method = value();
-    } else if (a == "--window") {
-      window = ParseCount(a, value());
-    } else if (a == "--column") {
-      column = ParseCount(a, value());
-    } else if (a == "--plot") {
-      plot = value();
-    } else if (a.rfind("--", 0) == 0) {
-      throw UsageError{"unknown option " + a};
-    } else if (path.empty()) {
-      path = a;
-    } else {
-      throw UsageError{"smooth takes one file"};
-    }
-  }
+  const ParsedArgs parsed = ParseOptions(args, {{"--method", true},
+                                                {"--window", true},
+                                                {"--column", true},
+                                                {"--plot", true},
+                                                {"--lenient", false}});
+  if (parsed.operands.size() > 1) throw UsageError{"smooth takes at most one file"};
+  const std::string method = parsed.Value("--method", "average");
+  const std::int32_t window =
+      parsed.Has("--window") ? ParseWhole(parsed.Value("--window"), 1, INT32_MAX, "--window") : 5;
+  const std::int32_t column =
+      parsed.Has("--column") ? ParseWhole(parsed.Value("--column"), 1, INT32_MAX, "--column") : 1;
+  const std::string plot = parsed.Value("--plot");
+  const std::string path =
+      parsed.operands.empty() ? SampleDataFile("sample.asc") : parsed.operands[0];
   const auto m = std::find_if(std::begin(kMethods), std::end(kMethods),
                               [&](const Method& x) { return x.name == method; });
   if (m == std::end(kMethods)) throw UsageError{"unknown method \"" + method + "\""};
-  if (path.empty()) path = std::string(QUV_SAMPLE_DATA_DIR) + "/sample.asc";
 
-  const Column c = EndsWithCsv(path) ? ReadCsvColumn(path, column) : ReadAscColumn(path, column);
+  bool skipped = false;
+  const Column c = EndsWithCsv(path) ? ReadCsvColumn(path, column, skipped)
+                                     : ReadAscColumn(path, column, skipped);
   if (c.values.empty())
     throw std::runtime_error(path + ": no value in column " + std::to_string(column));
   const auto n = static_cast<std::int32_t>(c.values.size());
@@ -230,7 +207,12 @@ int RunSmooth(const Args& args, std::ostream& out) {
     series.push_back({name, "#c0392b", result});
     WriteSvgPlot(plot, name + ", window " + std::to_string(window), x, series);
   }
-  return 0;
+  if (skipped && !parsed.Has("--lenient")) {
+    std::cerr << "quvmath smooth: " << path
+              << ": data was skipped (see the warnings); --lenient accepts the rows read\n";
+    return kExitFailure;
+  }
+  return kExitOk;
 }
 
 }  // namespace quvmath
