@@ -7,17 +7,55 @@
 #pragma once
 
 #include <cstdint>
+#include <iosfwd>
+#include <string>
+#include <string_view>
 
 #include "quv/matrix/matrix_core.h"
+#include "quv/matrix/matrix_files.h"
 #include "quv/matrix/matrix_types.h"
 #include "quv/vector/vector.h"
 
 namespace quv {
 
+/// Closing literal of ExportAsASC when a list of names does not fit the matrix.
+inline constexpr std::string_view kNamesDoNotMatch = "\": names do not match the matrix";
+
 /// Two-dimensional matrix of doubles, element (col, row) 1-based, column-major storage.
+///
+/// Files and streams (matrix_xml.cpp, matrix_io.cpp):
+///   - XML: the layout of matrix_files.h; bit-exact for every double (NaN payloads aside).
+///   - binary file (SaveBinary / LoadBinary): the 4096-byte header of matrix_files.h with the
+///     first dimension the number of columns and the second the number of rows, then the
+///     elements column by column, rows within a column, each an 8-byte little-endian IEEE
+///     double: exactly 4096 + 8 NrOfColumns NrOfRows bytes, bit-exact.
+///   - stream record (SaveToStream / LoadFromStream): LowCol, LowRow, HighCol, HighRow, then
+///     the elements of that range column by column, every number a 10-byte extended value
+///     (quv/base/extended_stream.h), bit-exact for doubles (NaN payloads aside).
+///   - stream file (StoreOnFile / LoadFromFile): the 8 bytes "QUVMATD" 0x01, then one stream
+///     record and nothing else.
+///   - ASC (ExportAsASC / ImportASC): the library's text data file, one matrix row per line;
+///     values written with strff(x, 12, Decimals) (Decimals < 0: 15 significant digits), so
+///     not bit-exact; line 1 "Exported by QUV TMatrix component: " + file name for an empty
+///     comment; optional column names and row names.
+/// What the readers report for a bad file, always leaving the matrix as it was (no event):
+///   - XML readers: the kMatXml... results of matrix_files.h (cut short, invalid tag or
+///     unreadable number, malformed markup, bad or absurd size, no such matrix, no file);
+///   - LoadBinary, LoadFromFile: false for a missing file, a short file, a wrong header or
+///     signature, dimensions below 1, and a length other than the header announces;
+///   - LoadFromStream: false for a cut record, bounds that are not whole numbers in 1..2^31-1
+///     or not ordered, a range larger than the bytes left, or (without AdjustSize) a range
+///     beyond the matrix;
+///   - ImportASC: the status of the ASC reader (quv/datatable/asc.h), kAscNoData without a
+///     complete row.
 class TMatrix : public detail::TMatrixCore<double> {
  public:
   using TMatrixCore::TMatrixCore;
+
+  /// Line 1 of an exported ASC file with an empty comment (followed by the file name).
+  static constexpr const char* kASCHeaderText = "Exported by QUV TMatrix component: ";
+  /// Most elements a document reader sizes a matrix for (2^28, 2 GiB of doubles).
+  static constexpr std::int64_t kMaxXmlElements = std::int64_t{1} << 28;
 
   /// User distance between two rows, used by dmUser.
   TOnCalcDistanceEvent OnCalcDistance;
@@ -264,6 +302,90 @@ class TMatrix : public detail::TMatrixCore<double> {
   /// progress per row; an abort leaves the rows not reached as they were. DistMat is resized
   /// (events of Resize) and fires OnChange once at the end.
   void CalcDistMat(TDistMode distMode, TMatrix* DistMat);
+
+  // ----- files and streams (matrix_xml.cpp, matrix_io.cpp; layouts above) -----
+
+  /// Handles one tag of a matrix document. matrix: starts a document (nothing announced, not
+  /// yet sized); numcols / numrows: the whole-number content is the announced size;
+  /// numplanes / numtimeslots: ignored; cell: at the first cell of the document Resize to
+  /// the announced size, then SetVal(ix, iy, value), so cells outside are dropped. Returns
+  /// kMatXmlTagDone (1) at the closing matrix tag, kMatXmlTagInvalid (-1) at an invalid tag
+  /// and at a size, index or value that is not a number, else kMatXmlTagGoOn (0). An
+  /// announced size of more than kMaxXmlElements raises "...\": not enough memory on heap".
+  std::int32_t ProcessXmlTag(TMatXmlTag Tag, std::string_view Attributes, std::string_view Content);
+  /// Reads the first matrix element whose dataid equals DataID (the first one at all when
+  /// DataID is empty) from the stream's position, and leaves the stream behind it. The
+  /// document runs through ProcessXmlTag on a copy of the matrix, which replaces it (OnChange,
+  /// OnResize when the size changed; DataID := the element's dataid) only when the closing
+  /// tag was reached. Returns kMatFileOk or a kMatXml... result (matrix unchanged).
+  std::int32_t ReadFromXMLStream(std::istream& Stream, const std::string& DataID = "");
+  /// The same on a text file opened by the caller.
+  std::int32_t ReadFromOpenXMLFile(std::istream& TextFile, const std::string& DataID = "");
+  /// The same from a file; kMatFileNotFound when it cannot be opened.
+  std::int32_t LoadFromXMLFile(const std::string& FileName, const std::string& DataID);
+  /// Writes the matrix element at the stream's position, after an XML declaration when
+  /// WithDeclaration; DataID (when not empty) goes into the dataid attribute. Several
+  /// matrices may follow one another in one stream.
+  void WriteToXMLStream(std::ostream& Stream, bool WithDeclaration,
+                        const std::string& DataID) const;
+  /// The same on a text file opened by the caller.
+  void WriteToOpenXMLFile(std::ostream& TextFile, bool WithDeclaration,
+                          const std::string& DataID) const;
+  /// A new file (replacing one) with the declaration and the matrix element; raises
+  /// std::ios_base::failure naming the file when it cannot be written.
+  void SaveAsXMLFile(const std::string& FileName, const std::string& DataID) const;
+
+  /// Reads the 4096-byte header of a binary file: Dim1, Dim2, the identifier and the Int32 at
+  /// offset 272 into Kind. False when the file does not exist; true exactly when the Int32
+  /// values at offsets 8 and 12 are 0 and Kind is 1. A file shorter than the header raises
+  /// std::ios_base::failure.
+  static bool ReadBinaryHeader(const std::string& FileName, std::int32_t& Dim1, std::int32_t& Dim2,
+                               std::string& DataID, std::int32_t& Kind);
+  /// Writes the binary file (header with DataID, then the elements); raises
+  /// std::ios_base::failure when it cannot.
+  void SaveBinary(const std::string& FileName) const;
+  /// Loads a binary file: size, elements and DataID (OnChange, OnResize when the size
+  /// changed). False, matrix unchanged, for a missing or bad file.
+  bool LoadBinary(const std::string& FileName);
+  /// Appends the stream record of the range (made valid; 0, 0 means all) to the stream.
+  void SaveToStream(std::ostream& Stream, std::int32_t LowCol, std::int32_t LowRow,
+                    std::int32_t HighCol, std::int32_t HighRow) const;
+  /// Reads one stream record. AdjustSize: the matrix is resized to (HighCol, HighRow) first,
+  /// elements present before and after keeping their values; otherwise the range must lie
+  /// inside the matrix. The range's elements are then stored in place; OnChange (and
+  /// OnResize) once. False, matrix unchanged, for a bad or cut record.
+  bool LoadFromStream(std::istream& Stream, bool AdjustSize);
+  /// Writes the stream file of the range; raises std::ios_base::failure when it cannot.
+  void StoreOnFile(std::int32_t LowCol, std::int32_t LowRow, std::int32_t HighCol,
+                   std::int32_t HighRow, const std::string& FileName) const;
+  /// Loads a stream file as LoadFromStream; ClearFirst sets every element outside the
+  /// stored range to 0. False, matrix unchanged, for a missing or bad file.
+  bool LoadFromFile(const std::string& FileName, bool AdjustSize, bool ClearFirst = false);
+
+  /// Writes the ASC file; raises std::ios_base::failure when it cannot be written.
+  void ExportAsASC(const std::string& FileName, std::int32_t Decimals,
+                   const std::string& Comment) const;
+  /// The same with names: Names[0] the column names, Names[1] the row names, each written
+  /// when present and not empty; a list whose length differs from the matrix raises
+  /// "Component \"<Name>\": names do not match the matrix".
+  void ExportAsASC(const std::string& FileName, std::int32_t Decimals, const std::string& Comment,
+                   const TStr2DArray& Names) const;
+  /// Reads an ASC file into the matrix (NrCols columns, the complete rows read); Comment is
+  /// line 1. Returns 0 or the negative status of the ASC reader; the matrix is unchanged on
+  /// failure.
+  std::int32_t ImportASC(const std::string& FileName, std::string& Comment);
+  /// The same, returning the names: Names[0] column names, Names[1] row names (empty lists
+  /// when the file has none).
+  std::int32_t ImportASC(const std::string& FileName, std::string& Comment, TStr2DArray& Names);
+
+ private:
+  bool LoadRecord(std::istream& Stream, bool AdjustSize, bool ClearFirst);
+
+  // The working fields of a document being read: the announced size and whether the matrix
+  // has been sized for it.
+  std::int32_t xmlNumCols_ = 0;
+  std::int32_t xmlNumRows_ = 0;
+  bool xmlNotSized_ = true;
 };
 
 }  // namespace quv
