@@ -112,6 +112,9 @@ std::string SampleDataFile(std::string_view name);
 
 // ---- commands --------------------------------------------------------------------------
 
+int RunConvert(const Args& args, std::ostream& out);
+extern const std::string_view kConvertHelp;
+
 int RunDist(const Args& args, std::ostream& out);
 extern const std::string_view kDistHelp;
 

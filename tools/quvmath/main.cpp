@@ -13,6 +13,8 @@ using quvmath::Command;
 
 // One line per subcommand; keep them in alphabetical order.
 const Command kCommands[] = {
+    {"convert", "convert a matrix between XML, binary, stream and ASC files", quvmath::kConvertHelp,
+     quvmath::RunConvert},
     {"dist", "distributions, quantiles and critical values", quvmath::kDistHelp, quvmath::RunDist},
     {"encode", "show the binary images of numbers", quvmath::kEncodeHelp, quvmath::RunEncode},
     {"eval", "evaluate an expression, alone or over the rows of an ASC file", quvmath::kEvalHelp,
