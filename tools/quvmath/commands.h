@@ -123,6 +123,8 @@ extern const std::string_view kEncodeHelp;
 
 int RunEval(const Args& args, std::ostream& out);
 extern const std::string_view kEvalHelp;
+int RunRandgen(const Args& args, std::ostream& out);
+extern const std::string_view kRandgenHelp;
 
 int RunSmooth(const Args& args, std::ostream& out);
 extern const std::string_view kSmoothHelp;

@@ -19,6 +19,8 @@ const Command kCommands[] = {
     {"encode", "show the binary images of numbers", quvmath::kEncodeHelp, quvmath::RunEncode},
     {"eval", "evaluate an expression, alone or over the rows of an ASC file", quvmath::kEvalHelp,
      quvmath::RunEval},
+    {"randgen", "random numbers from a tabulated distribution", quvmath::kRandgenHelp,
+     quvmath::RunRandgen},
     {"smooth", "smooth or differentiate a column of an ASC or CSV file", quvmath::kSmoothHelp,
      quvmath::RunSmooth},
     {"stats", "descriptive statistics of the columns of an ASC file", quvmath::kStatsHelp,
