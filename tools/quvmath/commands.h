@@ -115,6 +115,9 @@ std::string SampleDataFile(std::string_view name);
 int RunConvert(const Args& args, std::ostream& out);
 extern const std::string_view kConvertHelp;
 
+int RunCrossval(const Args& args, std::ostream& out);
+extern const std::string_view kCrossvalHelp;
+
 int RunDist(const Args& args, std::ostream& out);
 extern const std::string_view kDistHelp;
 
@@ -123,6 +126,7 @@ extern const std::string_view kEncodeHelp;
 
 int RunEval(const Args& args, std::ostream& out);
 extern const std::string_view kEvalHelp;
+
 int RunRandgen(const Args& args, std::ostream& out);
 extern const std::string_view kRandgenHelp;
 

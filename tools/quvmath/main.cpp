@@ -15,6 +15,8 @@ using quvmath::Command;
 const Command kCommands[] = {
     {"convert", "convert a matrix between XML, binary, stream and ASC files", quvmath::kConvertHelp,
      quvmath::RunConvert},
+    {"crossval", "cross-validate a least-squares model of one column", quvmath::kCrossvalHelp,
+     quvmath::RunCrossval},
     {"dist", "distributions, quantiles and critical values", quvmath::kDistHelp, quvmath::RunDist},
     {"encode", "show the binary images of numbers", quvmath::kEncodeHelp, quvmath::RunEncode},
     {"eval", "evaluate an expression, alone or over the rows of an ASC file", quvmath::kEvalHelp,
