@@ -20,6 +20,7 @@ namespace quvmath {
 const std::string_view kCrossvalHelp =
     "usage: quvmath crossval [FILE.asc] [--response COL] [--mode holdout|kfold|loo]\n"
     "                        [--size N] [--folds K] [--seed S] [--class-above T]\n"
+    "                        [--lenient]\n"
     "\n"
     "Cross-validates the multiple linear regression (least squares with intercept) of\n"
     "column COL (default: the last) on all other columns, and for comparison the model\n"
@@ -32,15 +33,16 @@ const std::string_view kCrossvalHelp =
     "With --class-above T the response becomes a class, 1 above T and 0 otherwise; the\n"
     "regression then predicts the class, a prediction above 0.5 counts as positive, and\n"
     "the confusion counts, accuracy, F1, Matthews correlation and informedness are\n"
-    "printed too (also when the response holds only 0 and 1). Rows holding a value that is\n"
-    "not a number are skipped with a warning. Without --seed the seed comes from the clock;\n"
-    "the seed used is printed. Without FILE the bundled sample examples/data/sample.asc is\n"
-    "used.\n";
+    "printed too (also when the response holds only 0 and 1). Rows holding a missing or\n"
+    "infinite value are skipped with a warning, and skipped data makes the exit status 1\n"
+    "unless --lenient is given. Without --seed the seed comes from the clock; the seed\n"
+    "used is printed. Without FILE (or with - for standard input) the bundled sample\n"
+    "sample.asc is used.\n";
 
 namespace {
 
 struct TOptions {
-  std::string path = std::string(QUV_SAMPLE_DATA_DIR) + "/sample.asc";
+  std::string path;
   std::int32_t response = 0;  // 0: the last column
   quv::TCVMode mode = quv::cvmRepeatedHoldOut;
   std::int32_t size = 0;  // 0: a tenth of the rows
@@ -49,58 +51,46 @@ struct TOptions {
   std::uint64_t seed = 0;
   bool classify = false;
   double classAbove = 0;
+  bool lenient = false;
 };
 
-std::int32_t ParseInt(const std::string& text, std::int32_t min) {
-  const double v = ParseNumber(text);
-  if (!(v >= min && v <= 2147483647.0 && v == std::floor(v)))
-    throw UsageError{"\"" + text + "\" is not a whole number of at least " + std::to_string(min)};
-  return static_cast<std::int32_t>(v);
-}
-
-TOptions ParseOptions(const Args& args) {
+TOptions ParseCrossvalOptions(const Args& args) {
+  const ParsedArgs parsed = ParseOptions(args, {{"--response", true},
+                                                {"--mode", true},
+                                                {"--size", true},
+                                                {"--folds", true},
+                                                {"--seed", true},
+                                                {"--class-above", true},
+                                                {"--lenient", false}});
+  if (parsed.operands.size() > 1) throw UsageError{"crossval takes at most one file"};
   TOptions o;
-  bool havePath = false;
-  auto value = [&args](std::size_t& i) -> const std::string& {
-    if (i + 1 >= args.size()) throw UsageError{"missing value after " + args[i]};
-    return args[++i];
-  };
-  for (std::size_t i = 0; i < args.size(); ++i) {
-    const std::string& a = args[i];
-    if (a == "--response") {
-      o.response = ParseInt(value(i), 1);
-    } else if (a == "--mode") {
-      const std::string& m = value(i);
-      if (m == "holdout")
-        o.mode = quv::cvmRepeatedHoldOut;
-      else if (m == "kfold")
-        o.mode = quv::cvmStratifiedKFold;
-      else if (m == "loo")
-        o.mode = quv::cvmLeaveOneOut;
-      else
-        throw UsageError{"unknown mode \"" + m + "\""};
-    } else if (a == "--size") {
-      o.size = ParseInt(value(i), 1);
-    } else if (a == "--folds") {
-      o.folds = ParseInt(value(i), 2);
-    } else if (a == "--seed") {
-      const std::string& s = value(i);
-      if (s.empty() || s.find_first_not_of("0123456789") != std::string::npos)
-        throw UsageError{"the seed must be a non-negative whole number"};
-      o.seed = std::stoull(s);
-      o.haveSeed = true;
-    } else if (a == "--class-above") {
-      o.classAbove = ParseNumber(value(i));
-      o.classify = true;
-    } else if (a.size() > 2 && a.compare(0, 2, "--") == 0) {
-      throw UsageError{"unknown option " + a};
-    } else if (!havePath) {
-      o.path = a;
-      havePath = true;
-    } else {
-      throw UsageError{"crossval takes at most one file"};
-    }
+  o.path = parsed.operands.empty() ? SampleDataFile("sample.asc") : parsed.operands.front();
+  constexpr std::int64_t kMaxInt = 2147483647;
+  if (parsed.Has("--response"))
+    o.response = ParseWhole(parsed.Value("--response"), 1, kMaxInt, "--response");
+  const std::string mode = parsed.Value("--mode", "holdout");
+  if (mode == "holdout")
+    o.mode = quv::cvmRepeatedHoldOut;
+  else if (mode == "kfold")
+    o.mode = quv::cvmStratifiedKFold;
+  else if (mode == "loo")
+    o.mode = quv::cvmLeaveOneOut;
+  else
+    throw UsageError{"unknown mode \"" + mode + "\""};
+  if (parsed.Has("--size")) o.size = ParseWhole(parsed.Value("--size"), 1, kMaxInt, "--size");
+  if (parsed.Has("--folds")) o.folds = ParseWhole(parsed.Value("--folds"), 2, kMaxInt, "--folds");
+  if (parsed.Has("--seed")) {
+    const std::string s = parsed.Value("--seed");
+    if (s.empty() || s.size() > 19 || s.find_first_not_of("0123456789") != std::string::npos)
+      throw UsageError{"--seed must be a whole number between 0 and 9999999999999999999"};
+    o.seed = std::stoull(s);
+    o.haveSeed = true;
   }
+  if (parsed.Has("--class-above")) {
+    o.classAbove = ParseNumber(parsed.Value("--class-above"));
+    o.classify = true;
+  }
+  o.lenient = parsed.Has("--lenient");
   return o;
 }
 
@@ -158,31 +148,31 @@ std::vector<std::string> ResultRow(const std::string& name, const quv::TCrossVal
 }  // namespace
 
 int RunCrossval(const Args& args, std::ostream& out) {
-  const TOptions o = ParseOptions(args);
-  quv::TASCFile file;
-  const std::int32_t status = quv::ReadASCFile(o.path, file);
-  if (status != quv::kAscHeaderOk)
-    throw std::runtime_error(o.path + ": not a readable ASC file (status " +
-                             std::to_string(status) + ")");
+  const TOptions o = ParseCrossvalOptions(args);
+  const DataFile data = ReadDataFile(o.path);
+  bool skipped = WarnSkippedData(data, std::cerr);
+  const quv::TASCFile& file = data.file;
   const std::int32_t cols = file.NrCols;
-  if (cols < 2) throw std::runtime_error(o.path + ": needs at least two columns");
+  if (cols < 2) throw std::runtime_error(data.name + ": needs at least two columns");
   const std::int32_t resp = o.response == 0 ? cols : o.response;
   if (resp > cols) throw UsageError{"--response beyond the " + std::to_string(cols) + " columns"};
 
-  // Keep the rows whose values are all numbers.
+  // Keep the rows whose values are all numbers (the reader passes NaN through as missing).
   std::vector<std::int32_t> kept;
   for (std::int32_t r = 1; r <= file.RowsRead(); ++r) {
     bool numbers = true;
     for (std::int32_t c = 1; c <= cols; ++c)
       numbers = numbers && std::isfinite(file.Value(c, r));
-    if (numbers)
+    if (numbers) {
       kept.push_back(r);
-    else
-      std::cerr << "quvmath crossval: " << o.path << ": data row " << r
-                << " skipped: a value is not a number\n";
+    } else {
+      std::cerr << "quvmath crossval: " << data.name << ": data row " << r
+                << " skipped: a value is missing or not finite\n";
+      skipped = true;
+    }
   }
   const auto n = static_cast<std::int32_t>(kept.size());
-  if (n < 2) throw std::runtime_error(o.path + ": fewer than two complete data rows");
+  if (n < 2) throw std::runtime_error(data.name + ": fewer than two complete data rows");
 
   quv::TMatrix x, y;
   x.Resize(cols - 1, n);
@@ -253,7 +243,7 @@ int RunCrossval(const Args& args, std::ostream& out) {
   table.push_back(ResultRow("training mean", cv, zeroOne));
 
   const char* modeText[] = {"repeated hold-out", "stratified k-fold", "leave-one-out"};
-  out << o.path << '\n' << n << " rows; response ";
+  out << data.name << '\n' << n << " rows; response ";
   if (file.ColNames) out << '"' << file.ColNameList[static_cast<std::size_t>(resp - 1)] << "\" ";
   out << "(column " << resp << ")";
   if (o.classify) out << " as a class, 1 above " << FormatNumber(o.classAbove, 10);
@@ -266,7 +256,12 @@ int RunCrossval(const Args& args, std::ostream& out) {
     std::cerr << "quvmath crossval: the least-squares fit failed on " << fitFailures
               << " training set(s); their test rows were not predicted (RMSEP still divides by "
                  "all rows)\n";
-  return 0;
+  if (skipped && !o.lenient) {
+    std::cerr << "quvmath crossval: " << data.name
+              << ": data was skipped (see the warnings); --lenient accepts the rows read\n";
+    return kExitFailure;
+  }
+  return kExitOk;
 }
 
 }  // namespace quvmath

@@ -15,7 +15,7 @@
 namespace quvmath {
 
 const std::string_view kRandgenHelp =
-    "usage: quvmath randgen [SHAPE [PARAMS...]] [--range LOW HIGH] [--n N] [--seed S]\n"
+    "usage: quvmath randgen [SHAPE [PARAMS...]] [--range LOW,HIGH] [--n N] [--seed S]\n"
     "                       [--bins B] [--resolution R] [--values]\n"
     "\n"
     "Draws N random numbers (default 10000) from a distribution tabulated in R bins\n"
@@ -48,50 +48,40 @@ struct TOptions {
   bool values = false;
 };
 
-std::int32_t ParseInt(const std::string& text, std::int32_t min, std::int32_t max) {
-  const double v = ParseNumber(text);
-  if (!(v >= min && v <= max && v == std::floor(v)))
-    throw UsageError{"\"" + text + "\" is not a whole number in " + std::to_string(min) + ".." +
-                     std::to_string(max)};
-  return static_cast<std::int32_t>(v);
-}
-
-TOptions ParseOptions(const Args& args) {
+TOptions ParseRandgenOptions(const Args& args) {
+  const ParsedArgs parsed = ParseOptions(args, {{"--range", true},
+                                                {"--n", true},
+                                                {"--seed", true},
+                                                {"--bins", true},
+                                                {"--resolution", true},
+                                                {"--values", false}});
   TOptions o;
-  auto value = [&args](std::size_t& i) -> const std::string& {
-    if (i + 1 >= args.size()) throw UsageError{"missing value after " + args[i]};
-    return args[++i];
-  };
-  for (std::size_t i = 0; i < args.size(); ++i) {
-    const std::string& a = args[i];
-    if (a == "--range") {
-      o.low = ParseNumber(value(i));
-      o.high = ParseNumber(value(i));
-      o.haveRange = true;
-    } else if (a == "--n") {
-      o.n = ParseInt(value(i), 1, 100000000);
-    } else if (a == "--bins") {
-      o.bins = ParseInt(value(i), 1, 4000);
-    } else if (a == "--resolution") {
-      o.resolution =
-          ParseInt(value(i), quv::TRandGen::kMinResolution, quv::TRandGen::kMaxResolution);
-    } else if (a == "--seed") {
-      const std::string& s = value(i);
-      if (s.empty() || s.find_first_not_of("0123456789") != std::string::npos)
-        throw UsageError{"the seed must be a non-negative whole number"};
-      o.seed = std::stoull(s);
-      o.haveSeed = true;
-    } else if (a == "--values") {
-      o.values = true;
-    } else if (a.size() > 2 && a.compare(0, 2, "--") == 0) {
-      throw UsageError{"unknown option " + a};
-    } else {
-      o.shape.push_back(a);
-    }
-  }
+  o.shape = parsed.operands;
   if (o.shape.empty()) o.shape = {"normal", "0", "1"};
-  if (o.haveRange && !(o.low < o.high && std::isfinite(o.low) && std::isfinite(o.high)))
-    throw UsageError{"the range needs finite LOW < HIGH"};
+  if (parsed.Has("--range")) {
+    // LOW and HIGH come as one value "LOW,HIGH" so that negative bounds read as numbers.
+    const std::string range = parsed.Value("--range");
+    const std::size_t comma = range.find(',');
+    if (comma == std::string::npos) throw UsageError{"--range takes LOW,HIGH"};
+    o.low = ParseNumber(range.substr(0, comma));
+    o.high = ParseNumber(range.substr(comma + 1));
+    if (!(o.low < o.high && std::isfinite(o.low) && std::isfinite(o.high)))
+      throw UsageError{"--range needs finite LOW < HIGH"};
+    o.haveRange = true;
+  }
+  if (parsed.Has("--n")) o.n = ParseWhole(parsed.Value("--n"), 1, 100000000, "--n");
+  if (parsed.Has("--bins")) o.bins = ParseWhole(parsed.Value("--bins"), 1, 4000, "--bins");
+  if (parsed.Has("--resolution"))
+    o.resolution = ParseWhole(parsed.Value("--resolution"), quv::TRandGen::kMinResolution,
+                              quv::TRandGen::kMaxResolution, "--resolution");
+  if (parsed.Has("--seed")) {
+    const std::string s = parsed.Value("--seed");
+    if (s.empty() || s.size() > 19 || s.find_first_not_of("0123456789") != std::string::npos)
+      throw UsageError{"--seed must be a whole number between 0 and 9999999999999999999"};
+    o.seed = std::stoull(s);
+    o.haveSeed = true;
+  }
+  o.values = parsed.Has("--values");
   if (o.resolution % o.bins != 0) throw UsageError{"--bins must divide the resolution"};
   return o;
 }
@@ -109,7 +99,9 @@ std::string SetShape(quv::TRandGen& gen, TOptions& o) {
       o.high = high;
     }
   };
-  auto degFree = [&o](std::size_t i) { return ParseInt(o.shape[i], 1, 1000000); };
+  auto degFree = [&o](std::size_t i) {
+    return ParseWhole(o.shape[i], 1, 1000000, "degrees of freedom");
+  };
   std::string text;
   if (name == "normal") {
     if (o.shape.size() != 1) params(2);
@@ -181,7 +173,7 @@ double BinMass(const quv::TRandGen& gen, std::int32_t i) {
 }  // namespace
 
 int RunRandgen(const Args& args, std::ostream& out) {
-  TOptions o = ParseOptions(args);
+  TOptions o = ParseRandgenOptions(args);
   quv::TRandGen gen;
   gen.SetResolution(o.resolution);
   const std::string text = SetShape(gen, o);
@@ -197,7 +189,7 @@ int RunRandgen(const Args& args, std::ostream& out) {
   if (o.values) {
     for (double x : draws)
       out << FormatNumber(x, 17) << '\n';
-    return 0;
+    return kExitOk;
   }
 
   const std::int32_t per = o.resolution / o.bins;
@@ -250,7 +242,7 @@ int RunRandgen(const Args& args, std::ostream& out) {
     out << "chi-square goodness of fit: X2 = " << FormatNumber(stat, 6) << ", df = " << cells - 1
         << ", p = " << FormatNumber(1 - quv::chi2DistriIntegral(stat, cells - 1), 4) << '\n';
   }
-  return 0;
+  return kExitOk;
 }
 
 }  // namespace quvmath
