@@ -307,7 +307,7 @@ class TDataTable : public TComponent {
   /// Reads a CSV file (RFC 4180 quoting: fields in double quotes may hold separators, line
   /// ends and doubled quotes; CR LF or LF line ends; blanks around unquoted fields ignored).
   /// The table gets as many columns as the widest record and one row per record; a missing
-  /// field, an empty one or one of Format.MissingMarks makes an empty cell (value 0). A column
+  /// field, an empty one, NaN or one of Format.MissingMarks makes an empty cell (value 0). A column
   /// whose fields are all texts becomes nominal, its identifiers taking slots in order of
   /// first appearance (letter case ignored, as AddNominalID does); a text in a column of
   /// numbers, or one that does not fit the slot table, makes an invalid cell (kCellInvalid,

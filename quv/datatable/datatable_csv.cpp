@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <cctype>
 #include <charconv>
+#include <cmath>
+#include <deque>
 #include <filesystem>
 #include <fstream>
 #include <istream>
@@ -44,25 +46,28 @@ class CSVScanner {
     return static_cast<std::size_t>(p_ - text.data());
   }
 
-  // Reads one record into fields[0..count). Returns false for a quote left open; `blank` is
-  // true for a line that holds nothing but blanks.
-  bool Record(std::vector<std::string>& fields, std::size_t& count, bool& blank) {
+  // Reads one record into fields[0..count): views of the text, or of the scanner's own copies
+  // for quoted fields, valid until the next record. Returns false for a quote left open;
+  // `blank` is true for a line that holds nothing but blanks.
+  bool Record(std::vector<std::string_view>& fields, std::size_t& count, bool& blank) {
     count = 0;
     blank = true;
+    quoted_.clear();
     while (true) {
       if (count == fields.size()) fields.emplace_back();
-      std::string& f = fields[count++];
-      f.clear();
+      std::string_view& f = fields[count++];
       SkipBlanks();
       if (p_ < end_ && *p_ == '"') {
         blank = false;
-        if (!Quoted(f)) return false;
+        std::string& q = quoted_.emplace_back();
+        if (!Quoted(q)) return false;
         SkipBlanks();
         // Anything between the closing quote and the separator belongs to the field.
         const char* begin = p_;
         while (p_ < end_ && *p_ != sep_ && *p_ != '\n' && *p_ != '\r')
           ++p_;
-        f.append(begin, p_);
+        q.append(begin, p_);
+        f = q;
       } else {
         const char* begin = p_;
         while (p_ < end_ && *p_ != sep_ && *p_ != '\n' && *p_ != '\r')
@@ -70,7 +75,7 @@ class CSVScanner {
         const char* last = p_;
         while (last > begin && IsBlank(last[-1]))
           --last;
-        f.assign(begin, last);
+        f = std::string_view(begin, static_cast<std::size_t>(last - begin));
         if (!f.empty()) blank = false;
       }
       if (p_ < end_ && *p_ == sep_) {
@@ -115,17 +120,20 @@ class CSVScanner {
   const char* end_;
   char sep_;
   std::int32_t line_ = 1;
+  std::deque<std::string> quoted_;  // a deque keeps its strings in place as it grows
 };
 
-bool ParseNumber(std::string& field, bool decimalComma, double& x) {
-  if (decimalComma) std::replace(field.begin(), field.end(), ',', '.');
-  const char* begin = field.data();
-  const char* end = begin + field.size();
-  if (begin < end && *begin == '+') ++begin;
-  const auto [ptr, ec] = std::from_chars(begin, end, x);
-  const bool ok = begin < end && ec == std::errc() && ptr == end;
-  if (decimalComma && !ok) std::replace(field.begin(), field.end(), '.', ',');
-  return ok;
+bool ParseNumber(std::string_view field, bool decimalComma, double& x) {
+  std::string copy;
+  if (decimalComma && field.find(',') != std::string_view::npos) {
+    copy.assign(field);
+    std::replace(copy.begin(), copy.end(), ',', '.');
+    field = copy;
+  }
+  if (!field.empty() && field.front() == '+') field.remove_prefix(1);
+  const char* end = field.data() + field.size();
+  const auto [ptr, ec] = std::from_chars(field.data(), end, x);
+  return !field.empty() && ec == std::errc() && ptr == end;
 }
 
 // One column while it is read.
@@ -205,7 +213,7 @@ std::int32_t TDataTable::ImportCSV(std::istream& Stream, const TCSVFormat& Forma
     Report.StopLine = line;
     return status;
   };
-  std::vector<std::string> fields;
+  std::vector<std::string_view> fields;
   std::size_t count = 0;
   bool blank = false;
   TStrArray colNames, rowNames;
@@ -227,7 +235,7 @@ std::int32_t TDataTable::ImportCSV(std::istream& Stream, const TCSVFormat& Forma
       header = false;
       for (std::size_t i = skip; i < count; ++i) {
         if (fields[i].size() > kMaxDTNameLength) return refuse(kDTNameTooLong, line);
-        colNames.push_back(fields[i]);
+        colNames.emplace_back(fields[i]);
       }
       continue;
     }
@@ -236,7 +244,7 @@ std::int32_t TDataTable::ImportCSV(std::istream& Stream, const TCSVFormat& Forma
       return refuse(kDTTooLarge, line);
     if (Format.RowNames) {
       if (fields[0].size() > kMaxDTNameLength) return refuse(kDTNameTooLong, line);
-      rowNames.push_back(fields[0]);
+      rowNames.emplace_back(fields[0]);
     }
     // A record wider than all before it adds columns whose earlier cells are empty.
     if (count - skip > cols.size()) {
@@ -254,12 +262,19 @@ std::int32_t TDataTable::ImportCSV(std::istream& Stream, const TCSVFormat& Forma
       if (c + skip >= count) {
         state = kCellEmpty;
       } else {
-        std::string& f = fields[c + skip];
-        if (f.empty() || std::find(Format.MissingMarks.begin(), Format.MissingMarks.end(), f) !=
-                             Format.MissingMarks.end()) {
+        const std::string_view f = fields[c + skip];
+        if (f.empty()) {
           state = kCellEmpty;
         } else if (ParseNumber(f, Format.DecimalComma, x)) {
-          ++d.numbers;
+          if (std::isnan(x)) {  // "NaN" and its kin mark a missing value
+            x = 0.0;
+            state = kCellEmpty;
+          } else {
+            ++d.numbers;
+          }
+        } else if (std::find(Format.MissingMarks.begin(), Format.MissingMarks.end(), f) !=
+                   Format.MissingMarks.end()) {
+          state = kCellEmpty;
         } else {
           d.texts.emplace_back(static_cast<std::int32_t>(rows), f);
         }

@@ -111,8 +111,8 @@ struct TCSVFormat {
   /// The first field of every record is the row name (in the header: a title, ignored).
   bool RowNames = false;
   /// Field texts (compared exactly, after trimming blanks) that mark a missing value; they
-  /// read as empty cells, like empty fields.
-  std::vector<std::string> MissingMarks{"NA", "N/A", "NaN", "nan", "?"};
+  /// read as empty cells, like empty fields and like NaN in any spelling.
+  std::vector<std::string> MissingMarks{"NA", "N/A", "?"};
 };
 
 /// What the CSV reader met besides plain cells. Lines are 1-based lines of the file.

@@ -349,3 +349,20 @@ TEST(DataTableCSV, FileRoundTripAndWithoutHeader) {
 }
 
 }  // namespace
+
+namespace {
+
+TEST(DataTableCSV, NaNInAnySpellingIsAMissingValue) {
+  std::istringstream in("x\n1\nNaN\nnan\n-nan\ninf\n");
+  TDataTable t;
+  quv::TCSVReport report;
+  ASSERT_EQ(t.ImportCSV(in, quv::TCSVFormat{}, report), 0);
+  for (int r = 2; r <= 4; ++r) {
+    EXPECT_TRUE(t.GetIsEmpty(1, r)) << r;
+    EXPECT_EQ(t.GetElem(1, r), 0.0);
+  }
+  EXPECT_TRUE(std::isinf(t.GetElem(1, 5)));
+  EXPECT_EQ(report.InvalidCells, 0);
+}
+
+}  // namespace
