@@ -301,6 +301,9 @@ class TDataTable : public TComponent {
   /// changed.
   std::int32_t ImportASC(const std::string& FileName);
   std::int32_t ImportASC(std::istream& Stream);
+  /// Takes over a file image read by ReadASC (quv/datatable/asc.h), for callers that want
+  /// the reader's report too: the same checks and statuses, after the reading.
+  std::int32_t ImportASC(const TASCFile& File);
 
   // ----- CSV files (datatable_csv.cpp) -----
 
@@ -405,8 +408,6 @@ class TDataTable : public TComponent {
   void PercDone(std::int32_t percent) const;
   /// The ASC image of the whole table with the given line 1.
   TASCFile ASCImage(std::string line1) const;
-  /// Validates a file image read by the ASC reader and takes it over; a status otherwise.
-  std::int32_t TakeASC(const TASCFile& f);
 
   detail::TTableMatrix data_;
   std::vector<std::vector<std::uint8_t>> states_;

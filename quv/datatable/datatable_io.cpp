@@ -94,16 +94,16 @@ void TDataTable::ExportAsASC(std::ostream& Stream, std::int32_t Precision) const
 std::int32_t TDataTable::ImportASC(const std::string& FileName) {
   TASCFile f;
   const std::int32_t status = ReadASCFile(FileName, f);
-  return status == kAscHeaderOk ? TakeASC(f) : status;
+  return status == kAscHeaderOk ? ImportASC(f) : status;
 }
 
 std::int32_t TDataTable::ImportASC(std::istream& Stream) {
   TASCFile f;
   const std::int32_t status = ReadASC(Stream, f);
-  return status == kAscHeaderOk ? TakeASC(f) : status;
+  return status == kAscHeaderOk ? ImportASC(f) : status;
 }
 
-std::int32_t TDataTable::TakeASC(const TASCFile& f) {
+std::int32_t TDataTable::ImportASC(const TASCFile& f) {
   const std::int32_t rows = f.RowsRead();
   if (rows < 1) return kAscNoData;
   if (!NamesFit(f.ColNameList) || !NamesFit(f.RowNameList)) return kDTNameTooLong;

@@ -109,7 +109,7 @@ TEST(StatsCommand, NaNIsMissingAndInfinityFollowsIEEE) {
   const auto nan = Quvmath("stats -", Column({"4", "nan", "1", "3", "2"}));
   ASSERT_EQ(nan.status, 0) << nan.err;
   EXPECT_EQ(Cell(nan.out, "x", "n"), "4");
-  EXPECT_EQ(Cell(nan.out, "x", "missing"), "1");
+  EXPECT_EQ(Cell(nan.out, "x", "empty"), "1");
   EXPECT_EQ(Cell(nan.out, "x", "mean"), "2.5");
   EXPECT_EQ(Cell(nan.out, "x", "Q1"), "1.75");
   EXPECT_EQ(Cell(nan.out, "x", "median"), "2.5");
@@ -153,6 +153,56 @@ TEST(StatsCommand, SampleTablesAreOneRowPerColumnAndReadable) {
     EXPECT_EQ(Cell(run.out, column, "n"), "240") << column;
     EXPECT_FALSE(Cell(run.out, column, "harm mean").empty()) << column;
   }
+}
+
+}  // namespace
+
+namespace {
+
+TEST(StatsCommand, CSVWithEmptyCellsAndNominalColumns) {
+  const std::string csv =
+      "site,depth,species\n"
+      "A,1.5,Trout\n"
+      "B,,trout\n"
+      "A,NA,Perch\n"
+      "C,2.5,\n"
+      "A,3.5,trout\n";
+  const auto run = Quvmath("stats --csv -", csv);
+  ASSERT_EQ(run.status, 0) << run.err;
+  EXPECT_EQ(Cell(run.out, "depth", "n"), "3");
+  EXPECT_EQ(Cell(run.out, "depth", "empty"), "2");
+  EXPECT_EQ(Cell(run.out, "depth", "mean"), "2.5");
+  // Columns of texts are frequency tables; identifiers ignore letter case.
+  EXPECT_EQ(Cell(run.out, "A", "count"), "3");
+  EXPECT_EQ(Cell(run.out, "A", "percent"), "60");
+  EXPECT_EQ(Cell(run.out, "Trout", "count"), "3");
+  EXPECT_EQ(Cell(run.out, "Perch", "percent"), "25");
+  EXPECT_EQ(Cell(run.out, "(empty)", "count"), "1");
+  EXPECT_EQ(Cell(run.out, "site", "n"), "");  // not among the numeric columns
+  EXPECT_TRUE(run.err.empty()) << run.err;
+
+  // Decimal comma with its semicolon separator.
+  const auto comma = Quvmath("stats --decimal-comma -", "x;y\n1,5;2\n2,5;4\n");
+  ASSERT_EQ(comma.status, 0) << comma.err;
+  EXPECT_EQ(Cell(comma.out, "x", "mean"), "2");
+  EXPECT_EQ(Cell(comma.out, "y", "max"), "4");
+}
+
+TEST(StatsCommand, CSVTextsAmongNumbersAreNamedAndFailUnlessLenient) {
+  const std::string csv = "x,y\n1,2\n2,oops\n3\n";
+  const auto run = Quvmath("stats --csv -", csv);
+  EXPECT_EQ(run.status, 1);
+  EXPECT_NE(run.err.find("standard input:3: warning: 1 text where numbers were expected"),
+            std::string::npos)
+      << run.err;
+  EXPECT_NE(run.err.find("standard input:4: warning: 1 record has fewer fields"), std::string::npos)
+      << run.err;
+  EXPECT_EQ(Cell(run.out, "y", "n"), "1");
+  EXPECT_EQ(Quvmath("stats --csv --lenient -", csv).status, 0);
+  const auto bad = Quvmath("stats --csv -", "x\n\"open\n");
+  EXPECT_EQ(bad.status, 1);
+  EXPECT_NE(bad.err.find("standard input:2: a quoted field is not closed"), std::string::npos)
+      << bad.err;
 }
 
 }  // namespace

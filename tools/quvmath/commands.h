@@ -102,6 +102,10 @@ struct DataFile {
 /// header the reader refuses.
 DataFile ReadDataFile(const std::string& path);
 
+/// The whole text of a data file, or of standard input for "-", with the messages of
+/// ReadDataFile for a file that cannot be one; name receives the name to report.
+std::string ReadDataText(const std::string& path, std::string& name);
+
 /// One warning on `err` per finding of the report, each naming the file and the line
 /// ("quvmath: data.asc:12: ..."). True when any data of the file was not used.
 bool WarnSkippedData(const DataFile& data, std::ostream& err);

@@ -214,6 +214,21 @@ DataFile ReadDataFile(const std::string& path) {
   return data;
 }
 
+std::string ReadDataText(const std::string& path, std::string& name) {
+  std::stringstream text;
+  if (path == "-") {
+    name = "standard input";
+    text << std::cin.rdbuf();
+    if (text.str().empty()) FileError(name, "no data (standard input is empty)");
+  } else {
+    name = path;
+    std::ifstream in = OpenDataFile(path);
+    text << in.rdbuf();
+    if (in.bad()) FileError(path, "reading failed");
+  }
+  return std::move(text).str();
+}
+
 bool WarnSkippedData(const DataFile& data, std::ostream& err) {
   const quv::TASCReadReport& r = data.report;
   const auto where = [&](std::int32_t line) {
