@@ -83,8 +83,11 @@ bool TMatrix::LoadBinary(const std::string& FileName) {
   std::string id;
   if (!ReadBinaryHeader(FileName, nc, nr, id, kind) || nc < 1 || nr < 1) return false;
   // The file must hold exactly the elements its header announces (checked before allocating).
-  if (size - kMatHeaderSize != 8 * static_cast<std::uint64_t>(nc) * static_cast<std::uint64_t>(nr))
-    return false;
+  // (Divisions, not a product that could wrap around for absurd dimensions.)
+  const std::uint64_t data = size - kMatHeaderSize;
+  const auto ucols = static_cast<std::uint64_t>(nc);
+  const auto urows = static_cast<std::uint64_t>(nr);
+  if (data % 8 != 0 || data / 8 % urows != 0 || data / 8 / urows != ucols) return false;
   std::ifstream file(FileName, std::ios::binary);
   file.seekg(static_cast<std::streamoff>(kMatHeaderSize));
   TStore fresh = GuardAllocation<EQUVMatrixError>(*this, msg::kNotEnoughMemoryOnHeap, [&] {
@@ -138,7 +141,7 @@ bool TMatrix::LoadRecord(std::istream& Stream, bool AdjustSize, bool ClearFirst)
   const std::int64_t count =
       (std::int64_t{highCol} - lowCol + 1) * (std::int64_t{highRow} - lowRow + 1);
   const std::int64_t left = detail::StreamBytesLeft(Stream);
-  if (left >= 0 && count * static_cast<std::int64_t>(kExtendedSize) > left) return false;
+  if (left >= 0 && count > left / static_cast<std::int64_t>(kExtendedSize)) return false;
   const std::int32_t nc = AdjustSize ? highCol : ncols_;
   const std::int32_t nr = AdjustSize ? highRow : nrows_;
   if (highCol > nc || highRow > nr) return false;
