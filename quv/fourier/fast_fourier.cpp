@@ -103,7 +103,11 @@ void TFastFourier::InverseTransform() {
 }
 
 void TFastFourier::DoFFT(std::int32_t Direction) {
-  detail::DoFFT(data_.data(), static_cast<std::size_t>(n_), Direction < 0 ? -1 : 1);
+  detail::TwiddleTable& table = Direction < 0 ? inverse_ : forward_;
+  GuardAllocation<EQUVFourierError>(*this, msg::kNotEnoughMemoryOnHeap, [&] {
+    table.Prepare(static_cast<std::size_t>(n_), Direction < 0 ? -1 : 1);
+  });
+  detail::DoFFT(data_.data(), static_cast<std::size_t>(n_), Direction < 0 ? -1 : 1, table);
   Changed();
 }
 

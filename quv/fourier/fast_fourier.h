@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "quv/base/base.h"
+#include "quv/fourier/fft_core.h"
 #include "quv/fourier/windows.h"
 
 namespace quv {
@@ -72,7 +73,9 @@ class TFastFourier : public TComponent {
   void InverseTransform();
   /// The radix-2 transform in place (see detail::DoFFT): Direction > 0 forward with the
   /// positive exponent e^(+2 pi i jk/N), Direction < 0 inverse with the negative exponent and
-  /// the division by N (0 counts as forward).
+  /// the division by N (0 counts as forward). The twiddle factors are kept between calls; a
+  /// failure to allocate them raises "Component \"<Name>\": not enough memory on heap" before
+  /// the data change.
   void DoFFT(std::int32_t Direction);
 
   /// One-sided power of line L: (re0^2 + im0^2)/N at line 0, (|X_L|^2 + |X_(N-L)|^2)/N for
@@ -134,6 +137,8 @@ class TFastFourier : public TComponent {
   double alpha_ = 0.0;
   mutable bool extremes_valid_ = false;
   mutable Extremes extremes_;
+  // Twiddle factors of the current size, one table per direction, filled on first use.
+  detail::TwiddleTable forward_, inverse_;
 };
 
 }  // namespace quv

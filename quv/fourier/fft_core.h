@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <vector>
 
 #include "quv/base/types.h"
 
@@ -21,6 +22,33 @@ bool IsValidSpectrumSize(std::int64_t n);
 /// Reorders the n pairs into bit-reversed order of their indices (n a power of two).
 void BitReversePairs(double* pairs, std::size_t n);
 
+/// Spans below this many pairs have their twiddle factors kept in a TwiddleTable (at most
+/// 1 MiB); longer spans run their recurrence during the transform.
+inline constexpr std::size_t kTabulatedSpans = std::size_t{1} << 16;
+
+/// The twiddle factors of one block size and direction: factor m of span s is the m-th value
+/// of that span's recurrence (see DoFFT), for the spans s < min(n, kTabulatedSpans). A caller
+/// that transforms blocks of one size again and again keeps one table per direction, so that
+/// the recurrences run once instead of in every transform; the values are the same either way.
+class TwiddleTable {
+ public:
+  /// Fits the table to (n, direction), recomputing only when either differs. May raise
+  /// std::bad_alloc, leaving the table as it was.
+  void Prepare(std::size_t n, int direction);
+  /// Spans s < Spans() are tabulated.
+  std::size_t Spans() const { return spans_; }
+  /// Factor m (0 <= m < s) of span s as (re, im).
+  const double* Factor(std::size_t s, std::size_t m) const {
+    return values_.data() + 2 * (s - 1 + m);
+  }
+
+ private:
+  std::size_t n_ = 0;
+  int direction_ = 0;
+  std::size_t spans_ = 0;
+  std::vector<double> values_;  // span s at pairs [s - 1, 2s - 1)
+};
+
 /// In-place complex radix-2 transform by decimation in time (n a power of two): bit reversal,
 /// then for the butterfly spans mmax = 1, 2, 4, ... < n the angle theta = direction 2 pi /
 /// (2 mmax); the twiddle factor starts at (1, 0) and advances by the recurrence
@@ -28,13 +56,19 @@ void BitReversePairs(double* pairs, std::size_t n);
 /// evaluates only two sines. A butterfly forms temp = w x[j] and sets x[j] := x[i] - temp,
 /// x[i] := x[i] + temp. Direction > 0 is the forward transform with the positive exponent,
 /// e^(+2 pi i jk/n); direction < 0 the inverse with the negative exponent, every part then
-/// divided by n.
+/// divided by n. Table supplies (and keeps) the twiddle factors. May raise std::bad_alloc
+/// before it touches the data.
 ///
-/// The butterflies of the short spans run block by block over cache-sized stretches, with the
-/// twiddle factors of each span taken from the same recurrence in advance; every butterfly
-/// sees the same operands in the same arithmetic as in the plain stage-by-stage order, so the
-/// result is the same bit for bit.
-void DoFFT(double* pairs, std::size_t n, int direction);
+/// The order of the work is chosen for the memory hierarchy: the bit reversal swaps tile by
+/// tile, the short spans run stretch by stretch in cache, and two stages share each pass over
+/// the data. Every butterfly still sees the same operands and factors, in the same arithmetic,
+/// as in the plain stage-by-stage order, so the result is the same bit for bit.
+void DoFFT(double* pairs, std::size_t n, int direction, TwiddleTable& table);
+/// The same with a table of its own for this one call.
+inline void DoFFT(double* pairs, std::size_t n, int direction) {
+  TwiddleTable table;
+  DoFFT(pairs, n, direction, table);
+}
 
 /// One-sided power of line L: line 0 |X0|^2/n; 1 <= L <= n/2 (|XL|^2 + |X(n-L)|^2)/n (line
 /// n/2 thus counts its pair twice); 0 for other lines.

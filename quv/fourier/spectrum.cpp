@@ -25,13 +25,13 @@ void Bluestein(double* x, std::size_t n, int direction) {
   std::size_t m = 1;
   while (m < 2 * n - 1)
     m *= 2;
-  // c_j from j^2 mod 2n, so that the angle stays exact for long blocks.
+  // c_j from j^2 mod 2n, so that the angle stays below 2 pi and accurate for long blocks.
   std::vector<double> chirp(2 * n);
-  const Extended step = direction * std::numbers::pi_v<Extended> / static_cast<Extended>(n);
+  const double step = direction * std::numbers::pi / static_cast<double>(n);
   for (std::size_t j = 0; j < n; ++j) {
-    const auto square = static_cast<Extended>((static_cast<std::uint64_t>(j) * j) % (2 * n));
-    chirp[2 * j] = static_cast<double>(std::cos(step * square));
-    chirp[2 * j + 1] = static_cast<double>(std::sin(step * square));
+    const auto square = static_cast<double>((static_cast<std::uint64_t>(j) * j) % (2 * n));
+    chirp[2 * j] = std::cos(step * square);
+    chirp[2 * j + 1] = std::sin(step * square);
   }
   std::vector<double> a(2 * m, 0.0), b(2 * m, 0.0);
   for (std::size_t j = 0; j < n; ++j) {
@@ -45,8 +45,9 @@ void Bluestein(double* x, std::size_t n, int direction) {
       b[2 * (m - j) + 1] = -ci;
     }
   }
-  DoFFT(a.data(), m, 1);
-  DoFFT(b.data(), m, 1);
+  TwiddleTable forward;
+  DoFFT(a.data(), m, 1, forward);
+  DoFFT(b.data(), m, 1, forward);
   for (std::size_t k = 0; k < m; ++k) {
     const double ar = a[2 * k], ai = a[2 * k + 1], br = b[2 * k], bi = b[2 * k + 1];
     a[2 * k] = ar * br - ai * bi;

@@ -81,8 +81,7 @@ TEST(RealPowerSpectrum, AgreesWithTheDirectSumAndNumPy) {
       EXPECT_NEAR(power[line], static_cast<double>(expected), 1e-13 * top)
           << "n " << n << " line " << line;
       if (numpy.count(n)) {
-        EXPECT_NEAR(power[line], numpy[n][line], 1e-13 * top)
-            << "n " << n << " line " << line;
+        EXPECT_NEAR(power[line], numpy[n][line], 1e-13 * top) << "n " << n << " line " << line;
       }
     }
   }
