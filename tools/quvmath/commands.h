@@ -131,6 +131,9 @@ extern const std::string_view kEncodeHelp;
 int RunEval(const Args& args, std::ostream& out);
 extern const std::string_view kEvalHelp;
 
+int RunFft(const Args& args, std::ostream& out);
+extern const std::string_view kFftHelp;
+
 int RunRandgen(const Args& args, std::ostream& out);
 extern const std::string_view kRandgenHelp;
 

@@ -21,6 +21,7 @@ const Command kCommands[] = {
     {"encode", "show the binary images of numbers", quvmath::kEncodeHelp, quvmath::RunEncode},
     {"eval", "evaluate an expression, alone or over the rows of an ASC file", quvmath::kEvalHelp,
      quvmath::RunEval},
+    {"fft", "power spectrum of one column of an ASC file", quvmath::kFftHelp, quvmath::RunFft},
     {"randgen", "random numbers from a tabulated distribution", quvmath::kRandgenHelp,
      quvmath::RunRandgen},
     {"smooth", "smooth or differentiate a column of an ASC or CSV file", quvmath::kSmoothHelp,
