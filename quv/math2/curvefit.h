@@ -221,7 +221,8 @@ class TCurveFit : public TComponent {
   /// (HalfPI). Half-widths are given for the models linear in their parameters (rmLinear,
   /// rmParabolic, rmPolynomial, rmCenteredPoly, rmLinearOrigin); the others, a Confidence
   /// outside (0, 1) and a fit without degree of freedom give -1.0. Returns the status of
-  /// CalcRegModel (rmLinearOrigin must have been fitted by CalcLinFitThroughOrigin).
+  /// CalcRegModel (rmLinearOrigin must have been fitted by CalcLinFitThroughOrigin; its y is
+  /// b x, although the model itself evaluates to 0).
   std::int32_t Predict(TRegModel model, double x, double Confidence, std::int32_t PolyDeg,
                        double& y, double& HalfCIMean, double& HalfPI);
 

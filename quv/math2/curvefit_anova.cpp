@@ -70,12 +70,12 @@ std::int32_t TCurveFit::Predict(TRegModel model, double x, double Confidence, st
   std::int32_t status = kCurveFitOk;
   if (model == rmLinearOrigin) {
     if (model_ != rmLinearOrigin) return kCurveFitNoModel;
-    if (residuals_.empty()) FillResiduals();
   } else {
     status = CalcRegModel(model, PolyDeg);
     if (status != kCurveFitOk) return status;
   }
-  y = Evaluate(x);
+  // The line through the origin evaluates to 0 in the model table; a prediction gives b x.
+  y = model == rmLinearOrigin ? params1_[1] * x : Evaluate(x);
   if (!(Confidence > 0.0 && Confidence < 1.0)) return status;
 
   Extended varFactor = 0.0L, sigma2 = -1.0L;
@@ -85,7 +85,8 @@ std::int32_t TCurveFit::Predict(TRegModel model, double x, double Confidence, st
     Extended sxx = 0.0L, sse = 0.0L;
     for (std::size_t i = 0; i < n; ++i) {
       sxx += static_cast<Extended>(XData()[i]) * XData()[i];
-      sse += static_cast<Extended>(residuals_[i]) * residuals_[i];
+      const Extended e = YData()[i] - static_cast<Extended>(params1_[1]) * XData()[i];
+      sse += e * e;
     }
     df = n_ - 1;
     varFactor = static_cast<Extended>(x) * x / sxx;

@@ -3,6 +3,7 @@
 // are centred (Σff - ΣfΣf/n) and solved in extended precision, which removes the worst of
 // their cancellation; the sums themselves are what the class keeps, so no second pass over
 // the data is needed.
+#include <algorithm>
 #include <cmath>
 #include <string>
 
@@ -193,7 +194,12 @@ void TCurveFit::CalcGaussFit(double& a, double& b, double& c, double& FitQual) {
   rs.Sfv[1] = sums_[sX2LY];
   Extended p[3], r2;
   SolveLinearised("CalcGaussFit", Bit(cfeYLE0), rs, p, r2);
-  if (p[2] == 0.0L) Refuse("CalcGaussFit", msg::kWidthIsInfinite);
+  // No curvature beyond the rounding of the sums over the x range: the width is infinite.
+  const Extended range = maxX_ - minX_;
+  const Extended scale =
+      std::fabs(p[0]) + std::fabs(p[1]) * std::max(std::fabs(minX_), std::fabs(maxX_));
+  if (std::fabs(p[2]) * range * range <= 1e-13L * scale)
+    Refuse("CalcGaussFit", msg::kWidthIsInfinite);
   a = static_cast<double>(std::exp(p[0] - p[1] * p[1] / (4.0L * p[2])));
   b = static_cast<double>(-p[1] / (2.0L * p[2]));
   c = static_cast<double>(-1.0L / p[2]);
