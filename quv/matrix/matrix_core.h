@@ -121,6 +121,10 @@ class TMatrixCore : public TContainerComponent {
   /// matrix then stays as it was.
   bool Resize(std::int32_t nCols, std::int32_t nRows) {
     if (nCols < 1 || nRows < 1 || (nCols == ncols_ && nRows == nrows_)) return false;
+    if (nCols == ncols_ && nRows > nrows_) {
+      GrowRows(nRows);
+      return true;
+    }
     TStore fresh = GuardAllocation<EQUVMatrixError>(*this, msg::kNotEnoughMemoryOnHeap, [&] {
       TStore s(static_cast<std::size_t>(nCols));
       const auto keepRows = static_cast<std::size_t>(std::min(nRows, nrows_));
@@ -548,6 +552,22 @@ class TMatrixCore : public TContainerComponent {
   std::int32_t nrows_ = 1;
 
  private:
+  /// Adds rows in place. Every column is reserved first (the only step that can fail, and it
+  /// changes no element), with at least double the capacity, so that a matrix grown by a block
+  /// of rows at a time costs linear time overall instead of a full copy per block.
+  void GrowRows(std::int32_t nRows) {
+    const auto n = static_cast<std::size_t>(nRows);
+    GuardAllocation<EQUVMatrixError>(*this, msg::kNotEnoughMemoryOnHeap, [&] {
+      for (TColumn& col : store_)
+        if (col.capacity() < n) col.reserve(std::max(n, 2 * col.capacity()));
+    });
+    for (TColumn& col : store_)
+      col.resize(n, T{});
+    nrows_ = nRows;
+    Changed();
+    Resized();
+  }
+
   static bool MakeValidRange(std::int32_t& lo, std::int32_t& hi, std::int32_t size) {
     if (size < 1) {
       // An empty dimension (a sparse integer matrix before its first write): an empty range.
