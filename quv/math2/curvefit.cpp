@@ -67,87 +67,78 @@ void TCurveFit::RecomputeExtremes() {
     UpdateExtremes(XData()[i], YData()[i]);
 }
 
-// Adds (sign +1) or takes out (sign -1) one point. The substitutes for zero divisors and the
-// flags follow the table of the class: a substitute keeps the sum finite, the flag marks it as
-// unusable for the fits that need it.
-void TCurveFit::AddToSums(double xd, double yd, Extended sign) {
+// Adds (kAdd) or takes out one point. The substitutes for zero divisors and the flags follow
+// the table of the class: a substitute keeps the sum finite, the flag marks it as unusable for
+// the fits that need it. Quotients are taken as products with the two reciprocals, so that a
+// point costs two divisions and two logarithms.
+template <bool kAdd>
+void TCurveFit::AddToSums(double xd, double yd) {
+  Extended* s = sums_.data();
+  const auto put = [s](TSum k, Extended v) {
+    if constexpr (kAdd)
+      s[k] += v;
+    else
+      s[k] -= v;
+  };
   const Extended x = xd, y = yd;
   const Extended d = x - y;
   const Extended x2 = x * x, y2 = y * y;
-  Extended* s = sums_.data();
-  s[sX] += sign * x;
-  s[sY] += sign * y;
-  s[sX2] += sign * x2;
-  s[sY2] += sign * y2;
-  s[sXY] += sign * x * y;
-  s[sD] += sign * d;
-  s[sD2] += sign * d * d;
-  s[sX2Y] += sign * x2 * y;
-  s[sXY2] += sign * x * y2;
-  s[sX3] += sign * x2 * x;
-  s[sY3] += sign * y2 * y;
-  s[sX4] += sign * x2 * x2;
-  s[sY4] += sign * y2 * y2;
+  put(sX, x);
+  put(sY, y);
+  put(sX2, x2);
+  put(sY2, y2);
+  put(sXY, x * y);
+  put(sD, d);
+  put(sD2, d * d);
+  put(sX2Y, x2 * y);
+  put(sXY2, x * y2);
+  put(sX3, x2 * x);
+  put(sY3, y2 * y);
+  put(sX4, x2 * x2);
+  put(sY4, y2 * y2);
 
   const bool xZero = std::fabs(x) <= kEps;
   const bool yZero = std::fabs(y) <= kEps;
-  if (yZero) {
-    s[sRY] += sign * uc_MaxReal;
-    s[sRY2] += sign * uc_MaxReal * uc_MaxReal;
-    s[sXRY] += sign * uc_MaxReal * x;
-    SetFlag(cfeYEQ0);
-    if (!xZero) {
-      s[sRXY] += sign * uc_MaxReal / x;
-    } else {
-      s[sRXY] += sign * uc_MaxReal;
-      SetFlag(cfeXEQ0);
-    }
-  } else {
-    const Extended ry = 1.0L / y;
-    s[sRY] += sign * ry;
-    s[sRY2] += sign * ry * ry;
-    s[sXRY] += sign * x * ry;
-    s[sRXY] += sign * (xZero ? uc_MaxReal : 1.0L / x) * ry;
-  }
-  if (xZero) {
-    s[sRX] += sign * uc_MaxReal;
-    s[sRX2] += sign * uc_MaxReal * uc_MaxReal;
-    s[sYRX] += sign * uc_MaxReal * y;
-    SetFlag(cfeXEQ0);
-  } else {
-    const Extended rx = 1.0L / x;
-    s[sRX] += sign * rx;
-    s[sRX2] += sign * rx * rx;
-    s[sYRX] += sign * y * rx;
-  }
+  const Extended rx = xZero ? uc_MaxReal : 1.0L / x;
+  const Extended ry = yZero ? uc_MaxReal : 1.0L / y;
+  put(sRY, ry);
+  put(sRY2, ry * ry);
+  put(sXRY, x * ry);
+  // Σ1/(xy): with y = 0 the substitute is MaxReal/x, or MaxReal itself when x = 0 as well.
+  put(sRXY, yZero && xZero ? uc_MaxReal : rx * ry);
+  put(sRX, rx);
+  put(sRX2, rx * rx);
+  put(sYRX, y * rx);
+  if (yZero) SetFlag(cfeYEQ0);
+  if (xZero) SetFlag(cfeXEQ0);
 
+  const Extended ly = y > 0.0L ? std::log(y) : 0.0L;
   if (x > 0.0L) {
     const Extended lx = std::log(x);
-    s[sLX] += sign * lx;
-    s[sLX2] += sign * lx * lx;
-    s[sYLX] += sign * y * lx;
-    s[sXLX] += sign * x * lx;
-    s[sY2LX] += sign * y2 * lx;
+    put(sLX, lx);
+    put(sLX2, lx * lx);
+    put(sYLX, y * lx);
+    put(sXLX, x * lx);
+    put(sY2LX, y2 * lx);
     if (!yZero)
-      s[sLXRY] += sign * lx / y;
+      put(sLXRY, lx * ry);
     else
       SetFlag(cfeYEQ0);
     if (y > kEps)
-      s[sLXLY] += sign * lx * std::log(y);
+      put(sLXLY, lx * ly);
     else
       SetFlag(cfeYLE0);
   } else {
     SetFlag(cfeXLE0);
   }
   if (y > 0.0L) {
-    const Extended ly = std::log(y);
-    s[sLY] += sign * ly;
-    s[sLY2] += sign * ly * ly;
-    s[sXLY] += sign * x * ly;
-    s[sX2LY] += sign * x2 * ly;
-    s[sYLY] += sign * y * ly;
+    put(sLY, ly);
+    put(sLY2, ly * ly);
+    put(sXLY, x * ly);
+    put(sX2LY, x2 * ly);
+    put(sYLY, y * ly);
     if (!xZero)
-      s[sLYRX] += sign * ly / x;
+      put(sLYRX, ly * rx);
     else
       SetFlag(cfeXEQ0);
   } else {
@@ -158,7 +149,7 @@ void TCurveFit::AddToSums(double xd, double yd, Extended sign) {
 void TCurveFit::AdjustSums(double x, double y) {
   CheckFinite(x, y);
   UpdateExtremes(x, y);
-  AddToSums(x, y, 1.0L);
+  AddToSums<true>(x, y);
 }
 
 std::int32_t TCurveFit::EnterStatValue(double x, double y) {
@@ -175,7 +166,7 @@ std::int32_t TCurveFit::EnterStatValue(double x, double y) {
 
 void TCurveFit::RemoveStatValue(std::int32_t ix) {
   if (ix < 1 || ix > n_) return;
-  AddToSums(GetDataX(ix), GetDataY(ix), -1.0L);
+  AddToSums<false>(GetDataX(ix), GetDataY(ix));
   for (std::int32_t r = ix; r < n_; ++r) {
     data_->SetVal(1, r, data_->GetVal(1, r + 1));
     data_->SetVal(2, r, data_->GetVal(2, r + 1));

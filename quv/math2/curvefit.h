@@ -343,7 +343,8 @@ class TCurveFit : public TComponent {
     sLYRX,
     kNumSums
   };
-  void AddToSums(double x, double y, Extended sign);
+  template <bool kAdd>
+  void AddToSums(double x, double y);
   void SetFlag(TCurveFitError e) { flags_ = static_cast<std::uint8_t>(flags_ | (1U << e)); }
   void UpdateExtremes(double x, double y);
   void RecomputeExtremes();

@@ -17,7 +17,7 @@ bool SolveRegSums(const TRegSums& s, Extended Coef[3], Extended& R2) {
   Coef[0] = Coef[1] = Coef[2] = 0.0L;
   R2 = 0.0L;
   const Extended n = s.N;
-  Extended c[2][2], r[2];
+  Extended c[2][2] = {}, r[2] = {};
   for (int j = 0; j < s.K; ++j) {
     r[j] = s.Sfv[j] - s.Sf[j] * s.Sv / n;
     for (int k = 0; k < s.K; ++k)

@@ -49,6 +49,8 @@ void SplineSecondDerivs(const std::vector<Extended>& X, const std::vector<Extend
                         bool natural1, bool naturalN, Extended slope1, Extended slopeN,
                         std::vector<Extended>& M) {
   const std::size_t m = X.size();
+  M.assign(m, 0.0L);
+  if (m < 2) return;
   std::vector<Extended> sub(m, 0.0L), diag(m, 1.0L), sup(m, 0.0L), rhs(m, 0.0L);
   for (std::size_t i = 1; i + 1 < m; ++i) {
     const Extended h0 = X[i] - X[i - 1], h1 = X[i + 1] - X[i];
@@ -74,7 +76,6 @@ void SplineSecondDerivs(const std::vector<Extended>& X, const std::vector<Extend
     diag[i] -= f * sup[i - 1];
     rhs[i] -= f * rhs[i - 1];
   }
-  M.assign(m, 0.0L);
   M[m - 1] = rhs[m - 1] / diag[m - 1];
   for (std::size_t i = m - 1; i-- > 0;)
     M[i] = (rhs[i] - sup[i] * M[i + 1]) / diag[i];
