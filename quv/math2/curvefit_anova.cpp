@@ -35,13 +35,15 @@ std::int32_t ParameterCount(TRegModel model, std::int32_t degree) {
 bool TCurveFit::CalcAnovaReg(TAnovaTable& Table) const {
   Table = TAnovaTable{};
   const std::int32_t p = ParameterCount(model_, degree_);
-  if (p == 0 || residuals_.empty() || n_ <= p) return false;
+  if (p == 0 || n_ <= p || (residuals_.empty() && model_ != rmLinearOrigin)) return false;
   const bool origin = model_ == rmLinearOrigin;
   const Extended ym = origin ? 0.0L : sums_[sY] / n_;
   Extended sst = 0.0L, sse = 0.0L;
   for (std::int32_t i = 0; i < n_; ++i) {
     const Extended d = YData()[i] - ym;
-    const Extended e = residuals_[static_cast<std::size_t>(i)];
+    // The line through the origin evaluates to 0 in the model table: its residual is y - b x.
+    const Extended e = origin ? YData()[i] - static_cast<Extended>(params1_[1]) * XData()[i]
+                              : static_cast<Extended>(residuals_[static_cast<std::size_t>(i)]);
     sst += d * d;
     sse += e * e;
   }

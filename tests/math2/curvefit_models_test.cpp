@@ -216,6 +216,18 @@ TEST(CurveFitModels, AnovaMatchesTheCertifiedAndReferenceTables) {
   EXPECT_EQ(t.DFReg, 1);
   EXPECT_NEAR(t.PValue, 1.0 - FDistriIntegral(t.F, 1, 4), 1e-15);
   EXPECT_GT(t.PValue, 0.5);
+  // Through the origin (NIST NoInt2): sums of squares about 0, from y - b x.
+  fit.Init();
+  for (const auto& [x, y] : {std::pair{4.0, 3.0}, {5.0, 4.0}, {6.0, 4.0}})
+    fit.EnterStatValue(x, y);
+  double k = 0, q = 0;
+  fit.CalcLinFitThroughOrigin(k, q);
+  ASSERT_TRUE(fit.CalcAnovaReg(t));
+  EXPECT_EQ(t.DFReg, 1);
+  EXPECT_EQ(t.DFRes, 2);
+  EXPECT_NEAR(t.SSReg, 40.7272727272727, 1e-12);  // certified
+  EXPECT_NEAR(t.SSRes, 0.272727272727273, 1e-14);
+  EXPECT_NEAR(t.F, 298.666666666667, 1e-10);
   // No ANOVA for the circle, nor without residual degrees of freedom.
   fit.Init();
   for (const double x : {1.0, 2.0})
