@@ -17,10 +17,12 @@ bool SolveRegSums(const TRegSums& s, Extended Coef[3], Extended& R2) {
   Coef[0] = Coef[1] = Coef[2] = 0.0L;
   R2 = 0.0L;
   const Extended n = s.N;
-  Extended c[2][2] = {}, r[2] = {};
-  for (int j = 0; j < s.K; ++j) {
+  // Every entry is computed, used or not: the two-regressor branch then reads only
+  // initialised values in the compiler's eyes as well as in fact.
+  Extended c[2][2], r[2];
+  for (int j = 0; j < 2; ++j) {
     r[j] = s.Sfv[j] - s.Sf[j] * s.Sv / n;
-    for (int k = 0; k < s.K; ++k)
+    for (int k = 0; k < 2; ++k)
       c[j][k] = s.Sff[j][k] - s.Sf[j] * s.Sf[k] / n;
   }
   Extended beta[2] = {0.0L, 0.0L};
