@@ -77,7 +77,7 @@ TEST(QuvmathData, ItemsThatAreNoDoubleAreReported) {
 }
 
 TEST(QuvmathFiles, EachFailureHasItsOwnMessage) {
-  const std::string empty = ::testing::TempDir() + "quvmath_empty.asc";
+  const std::string empty = quvmath::test::TempPath("empty.asc");
   std::ofstream(empty).close();
   struct Case {
     std::string args;
@@ -118,7 +118,7 @@ TEST(QuvmathFiles, EachFailureHasItsOwnMessage) {
     EXPECT_EQ(run.err, c.err) << c.args;
   }
   if (geteuid() != 0) {  // root reads any file
-    const std::string locked = ::testing::TempDir() + "quvmath_locked.asc";
+    const std::string locked = quvmath::test::TempPath("locked.asc");
     std::ofstream(locked) << "x\n";
     ASSERT_EQ(chmod(locked.c_str(), 0), 0);
     const auto run = Quvmath("stats " + Quoted(locked));

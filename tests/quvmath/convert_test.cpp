@@ -14,7 +14,7 @@ using quvmath::test::DataFile;
 using quvmath::test::Quvmath;
 
 std::string Temp(const std::string& name) {
-  return ::testing::TempDir() + "quvmath_convert_" + name;
+  return quvmath::test::TempPath("convert_" + name);
 }
 
 TEST(QuvmathConvert, ChainOfFormsKeepsEveryDouble) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <cmath>
 #include <cstdlib>
@@ -31,12 +32,18 @@ inline std::string Slurp(const std::string& path) {
   return {std::istreambuf_iterator<char>(f), std::istreambuf_iterator<char>()};
 }
 
+/// A path in the temporary folder that no other test process uses at the same time (several
+/// builds may run their suites side by side).
+inline std::string TempPath(const std::string& name) {
+  return ::testing::TempDir() + "quvmath_" + std::to_string(::getpid()) + "_" + name;
+}
+
 /// Runs `quvmath ARGS` through the shell (ARGS is shell text: quote what needs it), with
 /// `input` on standard input. stdoutTarget replaces the captured output (e.g. "/dev/full").
 inline TRun Quvmath(const std::string& args, const std::string& input = "",
                     const std::string& stdoutTarget = "") {
-  const std::string base = ::testing::TempDir() + "quvmath_run_" +
-                           ::testing::UnitTest::GetInstance()->current_test_info()->name();
+  const std::string base = TempPath(
+      std::string("run_") + ::testing::UnitTest::GetInstance()->current_test_info()->name());
   {
     std::ofstream in(base + ".in", std::ios::binary);
     in << input;
