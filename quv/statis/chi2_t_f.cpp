@@ -129,6 +129,12 @@ double chi2DistriIntegral(double x, std::int32_t DegFree) {
   return static_cast<double>(Chi2Tails(x, DegFree).lower);
 }
 
+double chi2DistriUpperTail(double x, std::int32_t DegFree) {
+  if (DegFree < 1) return 0;
+  if (std::isnan(x)) return kNaN;
+  return static_cast<double>(Chi2Tails(x, DegFree).upper);
+}
+
 double Chi2DistriDensity(double x, std::int32_t DegFree) {
   if (DegFree < 1) return 0;
   if (std::isnan(x)) return kNaN;
@@ -162,6 +168,12 @@ double tDistriIntegral(double x, std::int32_t DegFree) {
   if (DegFree < 1) return 0;
   if (std::isnan(x)) return kNaN;
   return static_cast<double>(TTailsOf(x, DegFree).lower);
+}
+
+double tDistriUpperTail(double x, std::int32_t DegFree) {
+  if (DegFree < 1) return 0;
+  if (std::isnan(x)) return kNaN;
+  return static_cast<double>(TTailsOf(x, DegFree).upper);
 }
 
 double tDistriDensity(double x, std::int32_t DegFree) {
@@ -201,6 +213,13 @@ double FDistriIntegral(double x, std::int32_t DegFree1, std::int32_t DegFree2) {
   if (std::isnan(x)) return kNaN;
   if (x <= 0) return 0;
   return static_cast<double>(FTails(x, DegFree1, DegFree2).lower);
+}
+
+double FDistriUpperTail(double x, std::int32_t DegFree1, std::int32_t DegFree2) {
+  if (DegFree1 < 1 || DegFree2 < 1) return 0;
+  if (std::isnan(x)) return kNaN;
+  if (x <= 0) return 1;
+  return static_cast<double>(FTails(x, DegFree1, DegFree2).upper);
 }
 
 double FDistriQuantile(double p, std::int32_t DegFree1, std::int32_t DegFree2) {

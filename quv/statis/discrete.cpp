@@ -64,6 +64,16 @@ double BinomDistriIntegral(std::int32_t k, double p, std::int32_t n) {
   return static_cast<double>(BinomCdf(k, p, n));
 }
 
+double BinomDistriUpperTail(std::int32_t k, double p, std::int32_t n) {
+  if (!ValidBinom(p, n)) return 0;
+  if (k < 0) return 1;
+  if (k >= n) return 0;
+  const long double pe = p;
+  return static_cast<double>(detail::BetaTails(static_cast<long double>(n) - k,
+                                               static_cast<long double>(k) + 1, 1 - pe, pe)
+                                 .upper);
+}
+
 std::int32_t BinomDistriQuantile(std::int32_t n, double p, double Alpha, double& CumProb) {
   if (!ValidBinom(p, n) || !(Alpha >= 0 && Alpha <= 1)) return -1;
   // Bisection over k: P(X <= lo) < Alpha <= P(X <= hi) with P(X <= -1) = 0 and P(X <= n) = 1.
@@ -165,6 +175,15 @@ double UDistriIntegral(std::int32_t n1, std::int32_t n2, std::int32_t u) {
   const TUSizes s = SortedSizes(n1, n2);
   if (u >= s.mn()) return 1;
   return static_cast<double>(UCdf(s, u));
+}
+
+double UDistriUpperTail(std::int32_t n1, std::int32_t n2, std::int32_t u) {
+  if (n1 < 1 || n2 < 1) return 0;
+  if (u < 0) return 1;
+  const TUSizes s = SortedSizes(n1, n2);
+  if (u >= s.mn()) return 0;
+  // P(U > u) = P(U <= mn - u - 1), as U and mn - U have the same distribution.
+  return static_cast<double>(UCdf(s, s.mn() - u - 1));
 }
 
 double UDistriQuantile(std::int32_t n1, std::int32_t n2, double Alpha) {

@@ -22,6 +22,10 @@ double BinomDistriDensity(std::int32_t k, double p, std::int32_t n);
 /// outside [0, 1] (NaN included).
 double BinomDistriIntegral(std::int32_t k, double p, std::int32_t n);
 
+/// Binomial upper tail P(X > k), computed directly so that small tails keep their relative
+/// accuracy (about 1e-13); 1 for k < 0, 0 for k >= n; 0 for n < 0 or p outside [0, 1].
+double BinomDistriUpperTail(std::int32_t k, double p, std::int32_t n);
+
 /// Binomial quantile: the smallest k in 0..n with P(X <= k) >= Alpha for n trials with success
 /// probability p. Returns k and stores P(X <= k) in CumProb. Returns -1 and leaves CumProb
 /// alone for n < 0, p or Alpha outside [0, 1] (NaN included).
@@ -37,6 +41,11 @@ double UDistriDensity(std::int32_t n1, std::int32_t n2, std::int32_t u);
 /// Distribution function P(U <= u) of the Mann-Whitney statistic (see UDistriDensity); 0 for
 /// u < 0, 1 for u >= n1 n2, 0 for n1 < 1 or n2 < 1.
 double UDistriIntegral(std::int32_t n1, std::int32_t n2, std::int32_t u);
+
+/// Upper tail P(U > u) of the Mann-Whitney statistic (see UDistriDensity), computed as the
+/// lower tail of the mirrored statistic so that small tails keep their digits; 1 for u < 0,
+/// 0 for u >= n1 n2, 0 for n1 < 1 or n2 < 1.
+double UDistriUpperTail(std::int32_t n1, std::int32_t n2, std::int32_t u);
 
 /// Mann-Whitney quantile: the smallest u with P(U <= u) >= Alpha; -1 for n1 < 1, n2 < 1 or
 /// Alpha outside [0, 1] (NaN included).
