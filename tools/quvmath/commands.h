@@ -69,6 +69,11 @@ ParsedArgs ParseOptions(const Args& args, const std::vector<OptionSpec>& known);
 /// doubles ("1e400", "1e-330") rather than letting it become infinity or zero.
 double ParseNumber(const std::string& text);
 
+/// Parses a whole argument as an extended (80-bit) number, for images that hold one: up to
+/// about 1.19e4932. "nan" and "inf" are taken as written; text that is not a number and
+/// numbers beyond the extended range raise UsageError.
+long double ParseExtended(const std::string& text);
+
 /// A number in [lo, hi]; UsageError "WHAT must lie between LO and HI" otherwise.
 double ParseNumberIn(const std::string& text, double lo, double hi, std::string_view what);
 

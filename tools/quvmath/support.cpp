@@ -92,6 +92,18 @@ double ParseNumber(const std::string& text) {
   return value;
 }
 
+long double ParseExtended(const std::string& text) {
+  char* end = nullptr;
+  errno = 0;
+  const long double value = std::strtold(text.c_str(), &end);
+  const bool whole = !text.empty() && end == text.c_str() + text.size() &&
+                     !std::isspace(static_cast<unsigned char>(text[0]));
+  if (!whole) throw UsageError{"not a number: \"" + text + "\""};
+  if (errno == ERANGE && (std::isinf(value) || value == 0))
+    throw UsageError{"number out of the range of extended precision: \"" + text + "\""};
+  return value;
+}
+
 double ParseNumberIn(const std::string& text, double lo, double hi, std::string_view what) {
   const double v = ParseNumber(text);
   if (!(v >= lo && v <= hi)) {

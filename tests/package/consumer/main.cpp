@@ -23,9 +23,14 @@ int main() {
   m.Resize(2, 2);
   m.Fill(2.0);
 
-  const bool ok = crc == 0xCBF43926u && mean == 3.0 && variance == 2.5 &&
-                  std::fabs(quv::nDistriQuantile(0.975) - 1.959963984540054) < 1e-8 &&
-                  m.Sum(1, 1, 2, 2) == 8.0 && m.Trace() == 4.0;
+  quv::TASCReadReport report;  // the reader's report, from the installed datatable header
+
+  const bool ok =
+      crc == 0xCBF43926u && !report.DataSkipped() &&
+      std::fabs(quv::chi2DistriUpperTail(100, 3) / 1.5541594313896049e-21 - 1) < 1e-12 &&
+      mean == 3.0 && variance == 2.5 &&
+      std::fabs(quv::nDistriQuantile(0.975) - 1.959963984540054) < 1e-8 &&
+      m.Sum(1, 1, 2, 2) == 8.0 && m.Trace() == 4.0;
   std::cout << (ok ? "ok" : "wrong") << '\n';
   return ok ? 0 : 1;
 }
