@@ -3,7 +3,7 @@
 // Errors raise EQUVFourierError.
 #pragma once
 
+#include "quv/fourier/any_length.h"
 #include "quv/fourier/fast_fourier.h"
 #include "quv/fourier/fft_core.h"
-#include "quv/fourier/spectrum.h"
 #include "quv/fourier/windows.h"

@@ -7,7 +7,7 @@
 
 #include "common/raised_message.h"
 #include "quv/fourier/fast_fourier.h"
-#include "quv/fourier/spectrum.h"
+#include "quv/fourier/any_length.h"
 
 namespace {
 // Blocks of at least this many bytes fail while the switch is on.

@@ -14,8 +14,7 @@ namespace quv::test {
 
 /// The direct sum X_k = sum_j x_j e^(s 2 pi i jk/n) in extended precision, with the angle
 /// reduced exactly (jk mod n) so that long blocks keep full accuracy. pairs holds n (re, im).
-inline std::vector<std::complex<long double>> NaiveDFT(const std::vector<double>& pairs,
-                                                       int sign) {
+inline std::vector<std::complex<long double>> NaiveDFT(const std::vector<double>& pairs, int sign) {
   const std::size_t n = pairs.size() / 2;
   std::vector<long double> c(n), s(n);
   const long double step = sign * 2 * std::numbers::pi_v<long double> / n;

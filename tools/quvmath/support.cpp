@@ -57,11 +57,11 @@ ParsedArgs ParseOptions(const Args& args, const std::vector<OptionSpec>& known) 
     }
     const std::size_t eq = arg.find('=');
     const std::string name = arg.substr(0, eq);
-    const auto spec = std::find_if(known.begin(), known.end(),
-                                   [&](const OptionSpec& o) { return o.name == name; });
-    if (spec == known.end()) throw UsageError{"unknown option \"" + arg + "\""};
+    const auto option = std::find_if(known.begin(), known.end(),
+                                     [&](const OptionSpec& o) { return o.name == name; });
+    if (option == known.end()) throw UsageError{"unknown option \"" + arg + "\""};
     std::string value;
-    if (spec->takesValue) {
+    if (option->takesValue) {
       if (eq != std::string::npos) {
         value = arg.substr(eq + 1);
       } else if (i + 1 < args.size()) {

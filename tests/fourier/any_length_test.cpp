@@ -1,6 +1,6 @@
 // Spectra of any length: against the component for powers of two, against the direct sum and
 // NumPy otherwise, Welch's periodogram and the errors of the free functions.
-#include "quv/fourier/spectrum.h"
+#include "quv/fourier/any_length.h"
 
 #include <gtest/gtest.h>
 

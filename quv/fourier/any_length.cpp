@@ -1,4 +1,4 @@
-#include "quv/fourier/spectrum.h"
+#include "quv/fourier/any_length.h"
 
 #include <algorithm>
 #include <cmath>
