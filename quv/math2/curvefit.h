@@ -210,8 +210,8 @@ class TCurveFit : public TComponent {
   // ----- inference (curvefit_anova.cpp) -----
 
   /// ANOVA of the current model from its residuals (which CalcRegModel fills; for
-  /// rmLinearOrigin the residuals y - b x are taken directly, as the model evaluates to 0). The model's
-  /// parameter count is 2 for the two-parameter models, 3 for rmParabolic, rmGaussian and
+  /// rmLinearOrigin the residuals y - b x are taken directly, as the model evaluates to 0). The
+  /// model's parameter count is 2 for the two-parameter models, 3 for rmParabolic, rmGaussian and
   /// rmHoerl, degree + 1 for the polynomials, 1 for rmLinearOrigin (whose sums are about 0).
   /// False (table zero, PValue 1) without a current model with residuals, for rmCircle, or
   /// when no residual degree of freedom is left.
