@@ -6,8 +6,8 @@
 #include <new>
 
 #include "common/raised_message.h"
-#include "quv/fourier/fast_fourier.h"
 #include "quv/fourier/any_length.h"
+#include "quv/fourier/fast_fourier.h"
 
 namespace {
 // Blocks of at least this many bytes fail while the switch is on.
